@@ -27,12 +27,12 @@ enum KTSBasCpuFeatureEnm : std::uint64_t {
 /// Forces the feature indicator to the level named by the environment variable ZRX_SSE_LEVEL;
 /// nothing when it is unset.
 ///
-/// The indicator is first read again from the processor. Levels: "AVX512DQ", "AVX512VL", "AVX512PF",
-/// "AVX2", "AVX", "SSE3", "SSE2", "SSSE3", "SSE41", "SSE42", and "NONE" for generic code; another
-/// value leaves the indicator as read. A level can be forced above what the processor has: numeric
-/// code uses the smaller of both.
+/// The indicator is first read again from the processor. Levels: "AVX512DQ", "AVX512VL",
+/// "AVX512PF", "AVX2", "AVX", "SSE3", "SSE2", "SSSE3", "SSE41", "SSE42", and "NONE" for generic
+/// code; another value leaves the indicator as read. A level can be forced above what the processor
+/// has: numeric code uses the smaller of both.
 ///
-/// Kept: messages (standard error) appear only when ZRX_SSE_LEVEL_NOTIFIED is already set, although
-/// a successful override is what sets it to 1. One would expect the first override to be told and
-/// later ones to be silent; start scripts rely on the quiet first start.
+/// Kept: an override is told on standard error only when ZRX_SSE_LEVEL_NOTIFIED is already set (to
+/// anything), and only then is that variable set to 1. One would expect the first override to be
+/// told and later ones to be silent; start scripts rely on the quiet start.
 KTSOVUBASICUTILS_API void KTSBasOmniSetSSELevel();

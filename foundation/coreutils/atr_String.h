@@ -1,6 +1,8 @@
 #pragma once
 
+#include <concepts>
 #include <string_view>
+#include <type_traits>
 
 #include "foundation/coreutils/KTSBasCoreUtilsExport.h"
 #include "foundation/coreutils/cow_String.h"
@@ -16,9 +18,11 @@ enum class KTSBasStringMode : int {
 class KTSBASCOREUTILS_API atr_String {
   public:
     atr_String() noexcept = default;
-    atr_String(const char* text) : text(text) {}
-    atr_String(std::string_view text) : text(text) {}
-    atr_String(const cow_String& text) : text(text) {}
+    atr_String(const char* untranslated) : text(untranslated) {}
+    atr_String(std::string_view untranslated) : text(untranslated) {}
+    atr_String(const cow_String& untranslated) : text(untranslated) {}
+    /// The shortest of fixed and scientific notation with up to 15 significant digits.
+    explicit atr_String(double value);
 
     /// The text in the asked mode: as it stands, or looked up in the catalogue.
     [[nodiscard]] cow_String Text(KTSBasStringMode mode = KTSBasStringMode::Untranslated) const;
@@ -39,8 +43,11 @@ class KTSBASCOREUTILS_API atr_String {
 /// One value for a place of a message template.
 class KTSBASCOREUTILS_API atr_Argument {
   public:
-    atr_Argument(int value) noexcept : kind(Kind::Signed), number(value) {}
-    atr_Argument(unsigned value) noexcept : kind(Kind::Unsigned), number(value) {}
+    template <std::integral Integer>
+    atr_Argument(Integer value) noexcept
+        : kind(std::is_signed_v<Integer> ? Kind::Signed : Kind::Unsigned),
+          bytes(sizeof(Integer)),
+          number(static_cast<long long>(value)) {}
     atr_Argument(double value) noexcept : kind(Kind::Real), real(value) {}
     atr_Argument(const char* value) noexcept : text(value ? value : "") {}
     atr_Argument(std::string_view value) noexcept : text(value) {}
@@ -51,17 +58,20 @@ class KTSBASCOREUTILS_API atr_Argument {
     friend class atr_Formatter;
     enum class Kind { Text, Signed, Unsigned, Real };
     Kind kind = Kind::Text;
+    unsigned bytes = 0;  ///< size of the integer that `number` was
     long long number = 0;
     double real = 0;
     std::string_view text;
 };
 
-/// Fills the places of `format` in one pass: %s text, %d and %u integers, %x lower-case hexadecimal,
-/// %g a double (15 significant digits), %% a percent sign. Arguments are data and never templates.
-/// A place without a fitting argument and any other sequence stay as they are; surplus arguments
-/// are ignored. The same on every platform and in every locale.
-KTSBASCOREUTILS_API cow_String atr_Format(std::string_view format, const atr_Argument* arguments,
-                                          int count);
+/// Fills the places of `format` in one pass: %s text, %d and %u integers, %x and %X hexadecimal
+/// integers, %c an integer as one byte, %g a double (15 significant digits), %% a percent sign. A
+/// place may name its argument (%2$s counts from 1), a width (%5u), leading zeros (%03d) and
+/// lengths (%llx, without effect). Arguments are data and never templates. A place without a
+/// fitting argument and any other sequence stay as they are; surplus arguments are ignored. The
+/// same on every platform and in every locale.
+[[nodiscard]] KTSBASCOREUTILS_API cow_String atr_Format(std::string_view format,
+                                                        const atr_Argument* arguments, int count);
 
 /// `atr_Format` of the arguments in order.
 template <class... Arguments>
@@ -86,7 +96,7 @@ KTSBASCOREUTILS_API atr_Catalogue atr_SetCatalogue(atr_Catalogue catalogue) noex
 
 /// Translates `format`, then fills its places with the arguments.
 template <class... Arguments>
-    requires(sizeof...(Arguments) > 0)
-[[nodiscard]] cow_String atr_translate(const cow_String& format, const Arguments&... arguments) {
+requires(sizeof...(Arguments) > 0) [[nodiscard]] cow_String
+    atr_translate(const cow_String& format, const Arguments&... arguments) {
     return atr(atr_translate(format).View(), arguments...);
 }

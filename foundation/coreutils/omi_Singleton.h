@@ -55,10 +55,17 @@ class omi_Singleton : public omi_SingletonBase<T> {
     /// asked for `Instance()` itself.
     static T& Create() {
         T* created = new T;
-        T* registered =
-            static_cast<T*>(omi_SingletonRegistry::Register(typeid(T).name(), created));
-        if (registered != created) std::abort();
-        omi_SingletonBase<T>::cached = registered;
-        return *registered;
+        if (Register(created) != created) std::abort();
+        omi_SingletonBase<T>::cached = created;
+        return *created;
+    }
+
+    static T* Register(T* created) {
+        try {
+            return static_cast<T*>(omi_SingletonRegistry::Register(typeid(T).name(), created));
+        } catch (...) {
+            delete created;
+            throw;
+        }
     }
 };

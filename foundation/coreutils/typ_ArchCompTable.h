@@ -23,9 +23,9 @@ inline constexpr std::uint32_t typ_NO_PARENT = 1;
 /// One class of an archive component. Rows keep their place for good; row 0 is empty, so that rows
 /// count from 1.
 struct typ_ArchRow {
-    std::uint32_t kind = typ_EMPTY_ROW;       ///< a `typ_ArchRowKindEnm`
-    std::uint32_t parent = typ_NO_PARENT;     ///< type id of the archive parent
-    const char* name = nullptr;               ///< class name; null for an empty row
+    std::uint32_t kind = typ_EMPTY_ROW;    ///< a `typ_ArchRowKindEnm`
+    std::uint32_t parent = typ_NO_PARENT;  ///< type id of the archive parent
+    const char* name = nullptr;            ///< class name; null for an empty row
 };
 
 /// The class table of one archive component: a static table of its module and the row count.

@@ -36,8 +36,8 @@ class KTSBASSHARED_API KTSBasException : public std::exception {
 
 /// Throws `exception` by value with the source position of the caller.
 template <class Exception>
-[[noreturn]] void KTSBasThrow(
-    Exception exception, const std::source_location& where = std::source_location::current()) {
+[[noreturn]] void KTSBasThrow(Exception exception,
+                              const std::source_location& where = std::source_location::current()) {
     exception.SetPosition(where.file_name(), static_cast<int>(where.line()));
     throw exception;
 }

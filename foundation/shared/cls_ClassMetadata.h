@@ -32,8 +32,8 @@ enum cls_KindEnm : int {
 /// One persistent field of a class.
 struct cls_AttributeMetadata {
     cow_String name;
-    int kind = cls_KIND_INT;          ///< a `cls_KindEnm`
-    std::uint32_t classId = 0;        ///< type id of an object field's class
+    int kind = cls_KIND_INT;    ///< a `cls_KindEnm`
+    std::uint32_t classId = 0;  ///< type id of an object field's class
     cls_CollectionType collectionType = cls_NO_COLLECTION;
 };
 

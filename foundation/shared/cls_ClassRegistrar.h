@@ -21,6 +21,8 @@ class KTSBASSHARED_API cls_ClassRegistrar {
     void AddClass(const cls_ClassMetadata& metadata);
     /// Forgets the class; nothing when it is unknown.
     void WithdrawClass(std::uint32_t typeId) noexcept;
+    /// Forgets every class.
+    void Clear() noexcept;
 
     /// The class with this type id or name, or null. Valid until the registrar changes.
     [[nodiscard]] const cls_ClassMetadata* Find(std::uint32_t typeId) const noexcept;
@@ -53,7 +55,9 @@ class KTSBASSHARED_API cls_MetadataRegistrar {
     /// Forgets `function` and the classes that it described: called before its code is unloaded.
     void withdrawClassMetadata(cls_InitializeMetadataFunction function) noexcept;
 
-    /// The registrar with every class described so far.
+    /// The registrar, after every function not yet asked has described its classes. An exception of
+    /// such a function propagates, and it is asked again next time. The registrar itself stays in
+    /// place as long as this object; pointers to classes last until a function is withdrawn.
     [[nodiscard]] const cls_ClassRegistrar& ClassRegistrar();
     /// The flags that `function` was registered with first, 0 when it is unknown.
     [[nodiscard]] unsigned Flags(cls_InitializeMetadataFunction function) const noexcept;
@@ -67,8 +71,11 @@ class KTSBASSHARED_API cls_MetadataRegistrar {
     cls_MetadataRegistrar();
     ~cls_MetadataRegistrar();
 
+    void Describe();
+
     std::vector<Registration> registrations;
-    std::unique_ptr<cls_ClassRegistrar> registrar;
+    bool allDescribed = true;
+    cls_ClassRegistrar registrar;
 };
 
 extern template class KTSBASSHARED_API omi_SingletonBase<cls_MetadataRegistrar>;

@@ -15,7 +15,8 @@
 /// interface. A field that the metadata of the class does not name is ignored.
 ///
 /// A nested writer belongs to the caller, is filled and then destroyed; its record keeps the place
-/// at which it was made. Null answers mean that the field takes no such writer (a line was printed).
+/// at which it was made. Null answers mean that the field takes no such writer (a line was
+/// printed).
 class KTSBASSHARED_API cls_WriteVisitor {
   public:
     virtual ~cls_WriteVisitor();
@@ -60,8 +61,7 @@ class KTSBASSHARED_API cls_WriteVisitor {
     virtual std::unique_ptr<cls_WriteListPrim<int>> MakeWriteListPrim(int tag, int columns) = 0;
     virtual std::unique_ptr<cls_WriteListPrim<unsigned>> MakeWriteListPrim(unsigned tag,
                                                                            int columns) = 0;
-    virtual std::unique_ptr<cls_WriteListPrim<float>> MakeWriteListPrim(float tag,
-                                                                        int columns) = 0;
+    virtual std::unique_ptr<cls_WriteListPrim<float>> MakeWriteListPrim(float tag, int columns) = 0;
     virtual std::unique_ptr<cls_WriteListPrim<double>> MakeWriteListPrim(double tag,
                                                                          int columns) = 0;
     virtual std::unique_ptr<cls_WriteListPrim<cow_String>> MakeWriteListPrim(const cow_String& tag,
@@ -99,8 +99,8 @@ class KTSBASSHARED_API cls_ReadVisitor {
     virtual std::unique_ptr<cls_ReadVisitor> MakeReadObj(const cls_FieldHandle& field) = 0;
     /// The reader of the base part.
     virtual std::unique_ptr<cls_ReadVisitor> MakeBaseReadObj() = 0;
-    /// Reads the object in `field` through the constructor that its class registered and hands it to
-    /// the caller; null for a null record or an object that is not a `classId`.
+    /// Reads the object in `field` through the constructor that its class registered and hands it
+    /// to the caller; null for a null record or an object that is not a `classId`.
     virtual void* ReadObjPtr(const cls_FieldHandle& field, std::uint32_t classId) = 0;
 
     /// The readers of a collection body; null (and a line on standard error) when the record's

@@ -11,21 +11,31 @@ template <class Message, int number>
 [[nodiscard]] constexpr const char* nex_PythonTypeOf() {
     if constexpr (std::is_same_v<Message, cow_String>) {
         switch (number) {
-            case 1: return "KeyError";
-            case 6: return "ColorError";
-            case 7: return "FontError";
-            case 8: return "AccessError";
-            case 16: return "CorvixError";
+            case 1:
+                return "KeyError";
+            case 6:
+                return "ColorError";
+            case 7:
+                return "FontError";
+            case 8:
+                return "AccessError";
+            case 16:
+                return "CorvixError";
         }
     } else if constexpr (std::is_same_v<Message, int>) {
         if (number == 1) return "IndexError";
     } else if constexpr (std::is_same_v<Message, atr_String>) {
         switch (number) {
-            case 1: return "ValueError";
-            case 2: return "OverflowError";
-            case 3: return "NameError";
-            case 5: return "ZeroDivisionError";
-            case 32: return "GuiAccessError";
+            case 1:
+                return "ValueError";
+            case 2:
+                return "OverflowError";
+            case 3:
+                return "NameError";
+            case 5:
+                return "ZeroDivisionError";
+            case 32:
+                return "GuiAccessError";
         }
     }
     return nullptr;

@@ -23,7 +23,7 @@ class KTSBASSHARED_API nex_CommandException : public nex_Exception {
 /// A violated assertion or an invalid model, told by a message that is translated when shown.
 class KTSBASSHARED_API nex_PrimException : public nex_Exception {
   public:
-    explicit nex_PrimException(const atr_String& message) : message(message) {}
+    explicit nex_PrimException(const atr_String& text) : message(text) {}
 
     [[nodiscard]] cow_String JournalMessage(KTSBasStringMode mode) const override;
     [[noreturn]] void Propagate() const override;

@@ -1,0 +1,3 @@
+#include "foundation/shared/KTSBasException.h"
+
+KTSBasException::~KTSBasException() = default;
