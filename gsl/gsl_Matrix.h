@@ -88,9 +88,9 @@ class KTSOVUGEOM_API gsl_Matrix {
                             const gsl_Vector& vz) noexcept;
 
     /// p' = R p + t; row 3 is ignored.
-    void Transform(gsl_Point& p) const noexcept;
+    inline void Transform(gsl_Point& p) const noexcept;
     /// v' = R v; the length cache is unset.
-    void Transform(gsl_Vector& v) const noexcept;
+    inline void Transform(gsl_Vector& v) const noexcept;
 
     /// True when each of the 16 entries differs by at most 0.001.
     [[nodiscard]] bool operator==(const gsl_Matrix& other) const noexcept;

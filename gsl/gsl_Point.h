@@ -29,9 +29,9 @@ class KTSOVUGEOM_API gsl_Point final {
     gsl_Point() noexcept = default;
     gsl_Point(double xPos, double yPos, double zPos) noexcept : x(xPos), y(yPos), z(zPos) {}
     /// The midpoint, with a newly allocated identity.
-    gsl_Point(const gsl_Point& p1, const gsl_Point& p2) noexcept;
+    inline gsl_Point(const gsl_Point& p1, const gsl_Point& p2) noexcept;
     /// The weighted sum w1 p1 + w2 p2, with a newly allocated identity.
-    gsl_Point(const gsl_Point& p1, double w1, const gsl_Point& p2, double w2) noexcept;
+    inline gsl_Point(const gsl_Point& p1, double w1, const gsl_Point& p2, double w2) noexcept;
     /// Reads the record of a point; absent coordinates are 0.
     explicit gsl_Point(cls_ReadVisitor& visitor);
 
@@ -47,7 +47,7 @@ class KTSOVUGEOM_API gsl_Point final {
     }
     [[nodiscard]] const cls_Uid& GetUid() const noexcept { return uid; }
 
-    [[nodiscard]] double SquaredDistance(const gsl_Point& p) const noexcept;
+    [[nodiscard]] inline double SquaredDistance(const gsl_Point& p) const noexcept;
     [[nodiscard]] double GetDistance(const gsl_Point& p) const noexcept {
         return std::sqrt(SquaredDistance(p));
     }
@@ -78,9 +78,9 @@ class KTSOVUGEOM_API gsl_Point final {
     [[nodiscard]] double GetSignedDistance(const gsl_Plane& plane) const;
 
     /// True when the squared distance is below LinTol^2. Unlike `==` the bound is strict.
-    [[nodiscard]] bool IsOn(const gsl_Point& p) const;
+    [[nodiscard]] inline bool IsOn(const gsl_Point& p) const;
     /// As `IsOn(p)`; `squaredDistance` receives the squared distance in either case.
-    [[nodiscard]] bool IsOn(const gsl_Point& p, double& squaredDistance) const;
+    [[nodiscard]] inline bool IsOn(const gsl_Point& p, double& squaredDistance) const;
     /// True when the distance is at most the linear tolerance.
     [[nodiscard]] bool IsOn(const gsl_Plane& plane) const;
     [[nodiscard]] bool IsOn(const gsl_StLine& line) const;
@@ -132,9 +132,9 @@ class KTSOVUGEOM_API gsl_Point final {
                                                    const gsl_Vector& direction) const noexcept;
 
     /// Takes the coordinates of `p`, keeping the identity.
-    void SetPos(const gsl_Point& p) noexcept;
+    inline void SetPos(const gsl_Point& p) noexcept;
     /// Applies rotation and translation of `matrix`. The body stands in gsl_Matrix.h.
-    void Transform(const gsl_Matrix& matrix) noexcept;
+    inline void Transform(const gsl_Matrix& matrix) noexcept;
 
     /// Prints `indent` blanks, "x:\t", x, "\ty:\t", y, "\tz:\t", z and a line end.
     void Print(aio_ostream& stream, int indent) const;

@@ -11,7 +11,7 @@
 class KTSOVUGEOM_API gsl_Util {
   public:
     /// The instance; a load and a test once it exists.
-    [[nodiscard]] static gsl_Util& Instance();
+    [[nodiscard]] static inline gsl_Util& Instance();
 
     /// Linear tolerance in model units: points coincide, vectors are null, segments are degenerate.
     [[nodiscard]] double LinTol() const noexcept { return linearTolerance; }

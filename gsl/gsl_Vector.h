@@ -24,7 +24,7 @@ class KTSOVUGEOM_API gsl_Vector {
     gsl_Vector(double xDelta, double yDelta, double zDelta) noexcept
         : x(xDelta), y(yDelta), z(zDelta), magnitude(UNSET) {}
     /// The vector from `from` to `to`. The body stands in gsl_Point.h.
-    gsl_Vector(const gsl_Point& from, const gsl_Point& to) noexcept;
+    inline gsl_Vector(const gsl_Point& from, const gsl_Point& to) noexcept;
     /// The unit normal n / |n| of a triangle, n = (p2 - p1) x (p3 - p2). A triangle is degenerate
     /// when |n| is at most AngTol times the product of the two edge lengths; its normal is (0, 0,
     /// 0) with a valid cached length of 0.
@@ -44,9 +44,9 @@ class KTSOVUGEOM_API gsl_Vector {
     }
 
     /// The Euclidean length; computed once and cached.
-    [[nodiscard]] double Length() const noexcept;
+    [[nodiscard]] inline double Length() const noexcept;
     /// The squared length: the square of a valid cache, else the sum of squares (not cached).
-    [[nodiscard]] double LengthSq() const noexcept;
+    [[nodiscard]] inline double LengthSq() const noexcept;
 
     [[nodiscard]] double DotProduct(const gsl_Vector& v) const noexcept {
         return x * v.x + y * v.y + z * v.z;
@@ -64,16 +64,16 @@ class KTSOVUGEOM_API gsl_Vector {
     bool Normalize() { return Normalize(gsl_Util::Instance().LinTol()); }
     /// Divides by the length and sets the cache to exactly 1. False, and unchanged, when the length
     /// is below `tol`.
-    bool Normalize(double tol) noexcept;
+    inline bool Normalize(double tol) noexcept;
     /// The copy scaled by 1 / length, (0, 0, 0) when the length is below the linear tolerance. The
     /// cache is unset in both cases.
-    [[nodiscard]] gsl_Vector NormalizedCopy() const;
+    [[nodiscard]] inline gsl_Vector NormalizedCopy() const;
     [[nodiscard]] gsl_Vector ScaledCopy(double factor) const noexcept {
         return {x * factor, y * factor, z * factor};
     }
     /// Multiplies by `factor`; a valid cache is multiplied by its absolute value.
-    void Scale(double factor) noexcept;
-    void Negate() noexcept;
+    inline void Scale(double factor) noexcept;
+    inline void Negate() noexcept;
 
     /// True when parallel either way: |this x v| < |this| tol |v|. Never true with a null vector.
     [[nodiscard]] bool IsOn(const gsl_Vector& v, double tol) const noexcept {
@@ -123,7 +123,7 @@ class KTSOVUGEOM_API gsl_Vector {
     /// than the linear tolerance.
     [[nodiscard]] gsl_Vector ProjectOn(const gsl_Plane& plane) const;
     /// Applies the linear part of `matrix`. The body stands in gsl_Matrix.h.
-    void RotateAndTransform(const gsl_Matrix& matrix) noexcept;
+    inline void RotateAndTransform(const gsl_Matrix& matrix) noexcept;
 
     /// Prints `indent` blanks, "magnitude:\t" and the length on one line, then the components as
     /// `gsl_Point::Print` does.
