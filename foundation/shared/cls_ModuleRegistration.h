@@ -31,6 +31,9 @@ class KTSBASSHARED_API cls_ModuleRegistration {
     /// the module.
     void Withdraw() const noexcept;
 
+    /// The class table.
+    [[nodiscard]] constexpr typ_ArchCompEntry Entry() const noexcept { return entry; }
+
   private:
     unsigned short component;
     typ_ArchCompEntry entry;

@@ -1,0 +1,51 @@
+#include "ann/KTSOvuAnn.h"
+
+#include <iterator>
+#include <span>
+
+#include "foundation/alloc/KTSBasUseCount.h"
+#include "foundation/shared/cls_ModuleRegistration.h"
+
+namespace {
+
+constinit KTSBasUseCount useCount;
+
+/// The class table of component 848. The container takes the place of an extension of the model.
+constexpr typ_ArchRow kClasses[] = {
+    {},                                                                     // row 0
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "annC_Anchor"},                   // 1
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "annC_Annotation"},               // 2
+    {typ_PERSISTENT_CLASS, typ_TypeId(10, 1), "annC_AnnotationContainer"},  // 3
+    {typ_PERSISTENT_CLASS, typ_TypeId(848, 1), "annC_NamedAnchor"},         // 4
+    {typ_PERSISTENT_CLASS, typ_TypeId(848, 2), "annC_Text"},                // 5
+    {typ_PERSISTENT_CLASS, typ_TypeId(848, 2), "annC_Arrow"},               // 6
+    {typ_PERSISTENT_CLASS, typ_TypeId(848, 1), "annC_ViewportAnchor"},      // 7
+    {typ_PERSISTENT_CLASS, typ_TypeId(848, 1), "annC_Point3DAnchor"},       // 8
+};
+static_assert(std::size(kClasses) == 9);
+
+constexpr std::span<const cls_MetadataRow> kMetadata;
+
+constexpr cls_ModuleRegistration kRegistration(848,
+                                               {kClasses, static_cast<int>(std::size(kClasses))},
+                                               kMetadata);
+
+}  // namespace
+
+void KTSOvuAnn_initialize(int& count) {
+    if (!useCount.Raise(count)) return;
+    try {
+        kRegistration.InsertComponent();
+        kRegistration.RegisterClasses();
+    } catch (...) {
+        KTSOvuAnn_finalize(count);
+        throw;
+    }
+}
+
+void KTSOvuAnn_finalize(int& count) {
+    if (!useCount.Lower(count)) return;
+    kRegistration.Withdraw();
+}
+
+typ_ArchCompEntry annC_ArchEntry() { return kRegistration.Entry(); }

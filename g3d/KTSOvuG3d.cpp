@@ -1,0 +1,50 @@
+#include "g3d/KTSOvuG3d.h"
+
+#include <iterator>
+#include <span>
+
+#include "foundation/alloc/KTSBasUseCount.h"
+#include "foundation/shared/cls_ModuleRegistration.h"
+
+namespace {
+
+constinit KTSBasUseCount useCount;
+
+/// The base exception of the foundation.
+constexpr std::uint32_t kBaseException = typ_TypeId(31, 3);
+
+/// The class table of component 36. The colour error has a row and no metadata; the font error,
+/// whose metadata this module registers, has its row in the table of the scripting object model.
+constexpr typ_ArchRow kClasses[] = {
+    {},                                                                // row 0
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "g3d_Vector"},               // 1
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "g3d_Point"},                // 2
+    {typ_EXCEPTION_CLASS, kBaseException, "g3d_ColorErrorException"},  // 3
+};
+static_assert(std::size(kClasses) == 4);
+
+constexpr std::span<const cls_MetadataRow> kMetadata;
+
+constexpr cls_ModuleRegistration kRegistration(36,
+                                               {kClasses, static_cast<int>(std::size(kClasses))},
+                                               kMetadata);
+
+}  // namespace
+
+void KTSOvuG3d_initialize(int& count) {
+    if (!useCount.Raise(count)) return;
+    try {
+        kRegistration.InsertComponent();
+        kRegistration.RegisterClasses();
+    } catch (...) {
+        KTSOvuG3d_finalize(count);
+        throw;
+    }
+}
+
+void KTSOvuG3d_finalize(int& count) {
+    if (!useCount.Lower(count)) return;
+    kRegistration.Withdraw();
+}
+
+typ_ArchCompEntry g3d_ArchEntry() { return kRegistration.Entry(); }

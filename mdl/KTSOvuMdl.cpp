@@ -1,0 +1,69 @@
+#include "mdl/KTSOvuMdl.h"
+
+#include <iterator>
+#include <span>
+
+#include "foundation/alloc/KTSBasUseCount.h"
+#include "foundation/shared/cls_ModuleRegistration.h"
+
+namespace {
+
+constinit KTSBasUseCount useCount;
+
+/// The class table of component 10. Rows 2 to 12 are empty and stay so.
+constexpr typ_ArchRow kClasses[] = {
+    {},                                                      // row 0
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "mdl_Extension"},  // 1
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {},
+    {typ_PERSISTENT_CLASS, typ_TypeId(10, 1), "mdl_Repository"},            // 13
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "mdl_PropertyTable"},             // 14
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "mdl_PropBool"},                  // 15
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "mdl_PropInt"},                   // 16
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "mdl_PropDouble"},                // 17
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "mdl_PropString"},                // 18
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "mdl_PropListInt"},               // 19
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "mdl_PropListString"},            // 20
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "mdl_Prop1DArrayInt"},            // 21
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "mdl_Prop1DArrayListFloat"},      // 22
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "mdl_PropList1DArrayListFloat"},  // 23
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "mdl_PropBoolArray"},             // 24
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "mdl_PropStringArray"},           // 25
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "mdl_PropDoubleArray"},           // 26
+};
+static_assert(std::size(kClasses) == 27);
+
+constexpr std::span<const cls_MetadataRow> kMetadata;
+
+constexpr cls_ModuleRegistration kRegistration(10,
+                                               {kClasses, static_cast<int>(std::size(kClasses))},
+                                               kMetadata);
+
+}  // namespace
+
+void KTSOvuMdl_initialize(int& count) {
+    if (!useCount.Raise(count)) return;
+    try {
+        kRegistration.InsertComponent();
+        kRegistration.RegisterClasses();
+    } catch (...) {
+        KTSOvuMdl_finalize(count);
+        throw;
+    }
+}
+
+void KTSOvuMdl_finalize(int& count) {
+    if (!useCount.Lower(count)) return;
+    kRegistration.Withdraw();
+}
+
+typ_ArchCompEntry mdl_ArchEntry() { return kRegistration.Entry(); }
