@@ -42,7 +42,7 @@ struct FreeCell {
     FreeCell* next;
 };
 
-struct Chunk {
+struct alignas(16) Chunk {
     Chunk* next;
 };
 
