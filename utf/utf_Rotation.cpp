@@ -1,0 +1,182 @@
+#include <cmath>
+#include <cstdio>
+
+#include "foundation/basicutils/KTSBasOmniSSELevel.h"
+#include "utf/utf_ArrayC.h"
+#include "utf/utf_RotationC.h"
+
+#if defined(__x86_64__)
+#define UTF_HAS_AVX2_BUILD 1
+#else
+#define UTF_HAS_AVX2_BUILD 0
+#endif
+
+namespace {
+
+constexpr int three = 3;
+
+void ReportCalquatError(int number) { std::printf("SYSTEM ERROR %d IN CALQUAT\n", number); }
+
+/// The largest of the trace (0) and the diagonal entries (1 to 3): the trace wins every tie, else
+/// the higher index.
+[[gnu::always_inline]] inline unsigned LargestPivot(double t, const double (&pivot)[4]) {
+    double m = t;
+    for (int i = 1; i < 4; ++i) m = pivot[i] > m ? pivot[i] : m;
+    unsigned largest = 1;
+    largest = m == pivot[2] ? 2 : largest;
+    largest = m == pivot[3] ? 3 : largest;
+    return m == t ? 0 : largest;
+}
+
+/// The one body of `utf_calquat`. With 0-based column-major storage entry (i, j) is r[i + 3 j].
+[[gnu::always_inline]] inline void QuaternionOf(double* q, const double* r, bool scalarFirst) {
+    const double t = r[0] + r[4] + r[8];
+    const double pivot[4] = {t, r[0], r[4], r[8]};
+    const unsigned largest = LargestPivot(t, pivot);
+    double* const vector = scalarFirst ? q + 1 : q;
+    double* const scalar = scalarFirst ? q : q + 3;
+    if (largest == 0) {
+        if (t <= -1) ReportCalquatError(1);
+        const double w = 0.5 * std::sqrt(t + 1);
+        const double d = 4 * w;
+        vector[0] = (r[5] - r[7]) / d;
+        vector[1] = (r[6] - r[2]) / d;
+        vector[2] = (r[1] - r[3]) / d;
+        *scalar = w;
+        return;
+    }
+    // The three other cases are one, with the axes taken in cyclic order from the largest.
+    const unsigned i = largest - 1;
+    const unsigned j = largest % 3;
+    const unsigned k = (largest + 1) % 3;
+    const double square = 0.5 * pivot[largest] + 0.25 * (1 - t);
+    if (square < 0) ReportCalquatError(3);
+    const double component = std::sqrt(square);
+    const double d = 4 * component;
+    vector[i] = component;
+    vector[j] = (r[j + 3 * i] + r[i + 3 * j]) / d;
+    vector[k] = (r[k + 3 * i] + r[i + 3 * k]) / d;
+    *scalar = (r[k + 3 * j] - r[j + 3 * k]) / d;
+}
+
+void QuaternionOfGeneric(double* q, const double* r, bool scalarFirst) {
+    QuaternionOf(q, r, scalarFirst);
+}
+
+#if UTF_HAS_AVX2_BUILD
+[[gnu::target("avx2")]] void QuaternionOfAvx2(double* q, const double* r, bool scalarFirst) {
+    QuaternionOf(q, r, scalarFirst);
+}
+
+bool UseAvx2() {
+    return (KTSBasOmniFeatureIndicator() & KTSBAS_CPU_AVX2) != 0 && __builtin_cpu_supports("avx2");
+}
+#endif
+
+/// Selector of `utf_sprind` for an element code.
+int SelectorOf(int code) {
+    if (code > 1000) code /= 1000;
+    return (code >= 21 && code <= 25) || (code >= 88 && code <= 91) ? 2 : 1;
+}
+
+}  // namespace
+
+void ktsovuutf_quat2rot3d(const double* q, double* r, int* flag) {
+    const double x = q[0], y = q[1], z = q[2], w = q[3];
+    *flag = std::fabs(std::sqrt(x * x + y * y + z * z + w * w) - 1) > 0.01 ? 1 : 0;
+    const double a = 2 * (w * w) - 1;
+    r[0] = 2 * (x * x) + a;
+    r[1] = 2 * (x * y + w * z);
+    r[2] = 2 * (x * z - w * y);
+    r[3] = 2 * (x * y - w * z);
+    r[4] = 2 * (y * y) + a;
+    r[5] = 2 * (y * z + w * x);
+    r[6] = 2 * (x * z + w * y);
+    r[7] = 2 * (y * z - w * x);
+    r[8] = 2 * (z * z) + a;
+}
+
+void ktsovu_rotmatfromrotvect(double* r, const double* v, const double* tol) {
+    const double x = v[0], y = v[1], z = v[2];
+    const double theta = std::sqrt(x * x + y * y + z * z);
+    if (*tol >= theta) {
+        for (int i = 0; i < 9; ++i) r[i] = i % 4 == 0 ? 1 : 0;
+        return;
+    }
+    const double c = std::cos(theta);
+    const double k = std::sin(theta) / theta;
+    const double f = (1 - c) / (theta * theta);
+    r[0] = c + f * (x * x);
+    r[1] = k * z + f * (x * y);
+    r[2] = -k * y + f * (x * z);
+    r[3] = -k * z + f * (x * y);
+    r[4] = c + f * (y * y);
+    r[5] = k * x + f * (y * z);
+    r[6] = k * y + f * (x * z);
+    r[7] = -k * x + f * (y * z);
+    r[8] = c + f * (z * z);
+}
+
+void utf_calquat(double* q, const double* r, const int* scalarFirst) {
+#if UTF_HAS_AVX2_BUILD
+    if (UseAvx2()) return QuaternionOfAvx2(q, r, *scalarFirst != 0);
+#endif
+    QuaternionOfGeneric(q, r, *scalarFirst != 0);
+}
+
+void utf_getquat(double* q, double* r) {
+    double e[3];
+    utf_axprd(r, r + 3, e);
+    if (e[0] * r[6] + e[1] * r[7] + e[2] * r[8] < 0) {
+        for (int i = 3; i < 6; ++i) r[i] = -r[i];
+    }
+    const int vectorFirst = 0;
+    utf_calquat(q, r, &vectorFirst);
+}
+
+void utf_quatrot(const double* t, const double* q, double* out, const int* n) {
+    const bool spatial = *n == 6;
+    const double q1 = spatial ? q[0] : 0;
+    const double q2 = spatial ? q[1] : 0;
+    const double q3 = spatial ? q[2] : q[0];
+    const double q4 = spatial ? q[3] : q[1];
+    const double a[9] = {2 * (q1 * q1 + q2 * q2 - 0.5), 2 * (q2 * q3 - q1 * q4),
+                         2 * (q2 * q4 + q1 * q3),       2 * (q2 * q3 + q1 * q4),
+                         2 * (q1 * q1 + q3 * q3 - 0.5), 2 * (q3 * q4 - q1 * q2),
+                         2 * (q2 * q4 - q1 * q3),       2 * (q3 * q4 + q1 * q2),
+                         2 * (q1 * q1 + q4 * q4 - 0.5)};
+    const double s[9] = {t[0], t[3], t[4], t[3], t[1], t[5], t[4], t[5], t[2]};
+    double w[9];
+    double transposed[9];
+    utf_aprd(s, a, w, &three, &three, &three);
+    utf_atra(a, transposed, &three, &three);
+    utf_aprd(transposed, w, out, &three, &three, &three);
+}
+
+void utf_calprinquat(double* t, double* out, const int* code, const int* ncomp, int* ndi,
+                     const int* nshr) {
+    if (*ncomp == 9 && *ndi == 1 && *nshr == 1) {
+        t[2] = t[1];
+        t[1] = 0;
+        *ndi = 2;
+    }
+    const int selector = SelectorOf(*code);
+    double rows[9];
+    double columns[9];
+    utf_sprind(t, out, rows, &selector, ndi, nshr);
+    utf_atra(rows, columns, &three, &three);
+    if (*ndi > 1) utf_asortd(out, columns, ndi);
+    double normal[3];
+    utf_axprd(columns, columns + 3, normal);
+    if (normal[0] * columns[6] + normal[1] * columns[7] + normal[2] * columns[8] < 0) {
+        for (int i = 3; i < 6; ++i) columns[i] = -columns[i];
+    }
+    const int vectorFirst = 0;
+    utf_calquat(out + 3, columns, &vectorFirst);
+    if (*ncomp < 7 || *ncomp > 9) {
+        out[3] = out[5];
+        out[4] = out[6];
+        out[5] = 0;
+        out[6] = 0;
+    }
+}
