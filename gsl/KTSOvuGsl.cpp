@@ -1,10 +1,20 @@
 #include "gsl/KTSOvuGsl.h"
 
 #include <iterator>
-#include <span>
 
 #include "foundation/alloc/KTSBasUseCount.h"
 #include "foundation/shared/cls_ModuleRegistration.h"
+#include "gsl/gsl_BBox.h"
+#include "gsl/gsl_Dot.h"
+#include "gsl/gsl_ModelSegment.h"
+#include "gsl/gsl_ObjArrays.h"
+#include "gsl/gsl_PersistentMatrix.h"
+#include "gsl/gsl_PersistentVector.h"
+#include "gsl/gsl_Plane.h"
+#include "gsl/gsl_Point.h"
+#include "gsl/gsl_Segment.h"
+#include "gsl/gsl_StLine.h"
+#include "gsl/gsl_Util.h"
 
 namespace {
 
@@ -32,7 +42,20 @@ constexpr typ_ArchRow kClasses[] = {
 };
 static_assert(std::size(kClasses) == 15);
 
-constexpr std::span<const cls_MetadataRow> kMetadata;
+constexpr cls_MetadataRow kMetadata[] = {
+    {&gsl_BBox::InitializeMetadata, 3},
+    {&gsl_ModelSegment::InitializeMetadata, 7},
+    {&gsl_Plane::InitializeMetadata, 3},
+    {&gsl_PlaneArray::InitializeMetadata, 3},
+    {&gsl_Point::InitializeMetadata, 7},
+    {&gsl_Segment::InitializeMetadata, 3},
+    {&gsl_StLine::InitializeMetadata, 3},
+    {&gsl_LineArray::InitializeMetadata, 3},
+    {&gsl_PersistentVector::InitializeMetadata, 7},
+    {&gsl_Dot::InitializeMetadata, 7},
+    {&gsl_DotArray::InitializeMetadata, 3},
+    {&gsl_PersistentMatrix::InitializeMetadata, 7},
+};
 
 constexpr cls_ModuleRegistration kRegistration(778,
                                                {kClasses, static_cast<int>(std::size(kClasses))},
@@ -44,6 +67,7 @@ void KTSOvuGsl_initialize(int& count) {
     if (!useCount.Raise(count)) return;
     try {
         kRegistration.InsertComponent();
+        static_cast<void>(gsl_Util::Instance());
         kRegistration.RegisterClasses();
     } catch (...) {
         KTSOvuGsl_finalize(count);
@@ -54,6 +78,7 @@ void KTSOvuGsl_initialize(int& count) {
 void KTSOvuGsl_finalize(int& count) {
     if (!useCount.Lower(count)) return;
     kRegistration.Withdraw();
+    omi_SingletonBase<gsl_Util>::Finalize();
 }
 
 typ_ArchCompEntry gsl_ArchEntry() { return kRegistration.Entry(); }

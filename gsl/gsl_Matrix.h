@@ -103,13 +103,13 @@ class KTSOVUGEOM_API gsl_Matrix {
     [[nodiscard]] int IdentityFlag() const noexcept { return identityFlag; }
 
   private:
-    static constexpr int IDENTITY = 1;
-    static constexpr int NOT_IDENTITY = 0;
-    static constexpr int UNKNOWN = -1;
+    static constexpr int kIdentity = 1;
+    static constexpr int kNotIdentity = 0;
+    static constexpr int kUnknown = -1;
 
     // Mutable: the const test for identity repairs the entries and keeps its answer.
     mutable double m[4][4] = {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
-    mutable int identityFlag = IDENTITY;
+    mutable int identityFlag = kIdentity;
 };
 
 /// Fills the 3 x 3 block of `block` with the right-handed rotation about `axis`, whose length the

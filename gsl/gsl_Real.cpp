@@ -5,21 +5,21 @@
 
 namespace {
 
-constexpr int MAX_DIGITS = 15;
+constexpr int kMaxDigits = 15;
 /// The powers of ten that a double holds exactly: pow() differs between platforms.
-constexpr double EXACT_POWERS[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+constexpr double kExactPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                    1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                    1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-constexpr std::int64_t LARGEST_POWER = 22;
+constexpr std::int64_t kLargestPower = 22;
 
 /// value * 10^power. A negative power divides, since 10^-n is inexact.
 double ScaledByPowerOfTen(double value, std::int64_t power) noexcept {
-    for (; power > LARGEST_POWER && std::isfinite(value); power -= LARGEST_POWER)
-        value *= EXACT_POWERS[LARGEST_POWER];
-    for (; power < -LARGEST_POWER && value != 0; power += LARGEST_POWER)
-        value /= EXACT_POWERS[LARGEST_POWER];
+    for (; power > kLargestPower && std::isfinite(value); power -= kLargestPower)
+        value *= kExactPowers[kLargestPower];
+    for (; power < -kLargestPower && value != 0; power += kLargestPower)
+        value /= kExactPowers[kLargestPower];
     if (value == 0 || !std::isfinite(value)) return value;
-    return power >= 0 ? value * EXACT_POWERS[power] : value / EXACT_POWERS[-power];
+    return power >= 0 ? value * kExactPowers[power] : value / kExactPowers[-power];
 }
 
 /// The mantissa of `value`, rounded half up to `digits` significant digits, as a signed integer.
@@ -36,6 +36,6 @@ double RoundedMantissa(double value, int digits) noexcept {
 
 bool gsl_RealEqualDig(double a, double b, int digits) noexcept {
     if (a == b) return true;
-    if (digits > MAX_DIGITS) return false;
+    if (digits > kMaxDigits) return false;
     return RoundedMantissa(a, digits) == RoundedMantissa(b, digits);
 }

@@ -22,7 +22,7 @@ class KTSOVUGEOM_API gsl_Vector {
     /// The unit Z axis.
     gsl_Vector() noexcept : x(0), y(0), z(1), magnitude(1) {}
     gsl_Vector(double xDelta, double yDelta, double zDelta) noexcept
-        : x(xDelta), y(yDelta), z(zDelta), magnitude(UNSET) {}
+        : x(xDelta), y(yDelta), z(zDelta), magnitude(kUnset) {}
     /// The vector from `from` to `to`. The body stands in gsl_Point.h.
     inline gsl_Vector(const gsl_Point& from, const gsl_Point& to) noexcept;
     /// The unit normal n / |n| of a triangle, n = (p2 - p1) x (p3 - p2). A triangle is degenerate
@@ -162,7 +162,7 @@ class KTSOVUGEOM_API gsl_Vector {
     [[nodiscard]] double CachedLength() const noexcept { return magnitude; }
 
   private:
-    static constexpr double UNSET = -1.0;
+    static constexpr double kUnset = -1.0;
 
     [[nodiscard]] double UnitComponent(double component) const noexcept {
         const double length = Length();
