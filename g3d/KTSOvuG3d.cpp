@@ -4,22 +4,20 @@
 #include <span>
 
 #include "foundation/alloc/KTSBasUseCount.h"
+#include "foundation/shared/cls_FoundationClasses.h"
 #include "foundation/shared/cls_ModuleRegistration.h"
 
 namespace {
 
 constinit KTSBasUseCount useCount;
 
-/// The base exception of the foundation.
-constexpr std::uint32_t kBaseException = typ_TypeId(31, 3);
-
 /// The class table of component 36. The colour error has a row and no metadata; the font error,
 /// whose metadata this module registers, has its row in the table of the scripting object model.
 constexpr typ_ArchRow kClasses[] = {
-    {},                                                                // row 0
-    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "g3d_Vector"},               // 1
-    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "g3d_Point"},                // 2
-    {typ_EXCEPTION_CLASS, kBaseException, "g3d_ColorErrorException"},  // 3
+    {},                                                                          // row 0
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "g3d_Vector"},                         // 1
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "g3d_Point"},                          // 2
+    {typ_EXCEPTION_CLASS, cls_BASE_EXCEPTION_CLASS, "g3d_ColorErrorException"},  // 3
 };
 static_assert(std::size(kClasses) == 4);
 

@@ -4,62 +4,60 @@
 #include <span>
 
 #include "foundation/alloc/KTSBasUseCount.h"
+#include "foundation/shared/cls_FoundationClasses.h"
 #include "foundation/shared/cls_ModuleRegistration.h"
 
 namespace {
 
 constinit KTSBasUseCount useCount;
 
-/// The base exception of the foundation.
-constexpr std::uint32_t kBaseException = typ_TypeId(31, 3);
-
 /// The class table of component 19. The scripting exceptions take rows 1 to 17 and 19, since row 18
 /// belongs to the base of the dictionaries; row 20 is the font error, whose metadata the view
 /// geometry registers; the primitive values follow. Rows 43 to 50 are free for further primitives.
 constexpr typ_ArchRow kClasses[] = {
-    {},                                                                         // row 0
-    {typ_EXCEPTION_CLASS, kBaseException, "omu_TypeErrorException"},            // 1
-    {typ_EXCEPTION_CLASS, typ_TypeId(19, 1), "omu_ArgNumberErrorException"},    // 2
-    {typ_EXCEPTION_CLASS, typ_TypeId(19, 1), "omu_ArgTypeErrorException"},      // 3
-    {typ_EXCEPTION_CLASS, typ_TypeId(19, 1), "omu_KeywordErrorException"},      // 4
-    {typ_EXCEPTION_CLASS, typ_TypeId(19, 1), "omu_KeywordTypeErrorException"},  // 5
-    {typ_EXCEPTION_CLASS, typ_TypeId(19, 1), "omu_GenericTypeErrorException"},  // 6
-    {typ_EXCEPTION_CLASS, kBaseException, "omu_RangeErrorException"},           // 7
-    {typ_EXCEPTION_CLASS, kBaseException, "omu_AttributeErrorException"},       // 8
-    {typ_EXCEPTION_CLASS, kBaseException, "omu_CvxNameErrorException"},         // 9
-    {typ_EXCEPTION_CLASS, kBaseException, "omu_KeyErrorException"},             // 10
-    {typ_EXCEPTION_CLASS, kBaseException, "omu_IndexErrorException"},           // 11
-    {typ_EXCEPTION_CLASS, kBaseException, "omu_ValueErrorException"},           // 12
-    {typ_EXCEPTION_CLASS, kBaseException, "omu_OverflowErrorException"},        // 13
-    {typ_EXCEPTION_CLASS, kBaseException, "omu_NameErrorException"},            // 14
-    {typ_EXCEPTION_CLASS, kBaseException, "omu_ZeroDivisionErrorException"},    // 15
-    {typ_EXCEPTION_CLASS, kBaseException, "omu_AccessErrorException"},          // 16
-    {typ_EXCEPTION_CLASS, kBaseException, "omu_PyCorvixException"},             // 17
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimDictionaryBase"},       // 18
-    {typ_EXCEPTION_CLASS, kBaseException, "omu_GuiAccessErrorException"},       // 19
-    {typ_EXCEPTION_CLASS, kBaseException, "omu_FontErrorException"},            // 20
-    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "omu_Primitive"},                     // 21
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimNumber"},               // 22
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimBoolean"},              // 23
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimComplex"},              // 24
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimString"},               // 25
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimTranslatedString"},     // 26
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimNone"},                 // 27
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimEnumBase"},             // 28
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimPath"},                 // 29
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimExpr"},                 // 30
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimType"},                 // 31
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimWrapper"},              // 32
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PyObjectWrapper"},          // 33
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimException"},            // 34
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 37), "omu_PrimArray"},                // 35
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_InterfaceObj"},             // 36
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimSequence"},             // 37
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 37), "omu_PrimTuple"},                // 38
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 38), "omu_PrimList"},                 // 39
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 18), "omu_PrimDictionary"},           // 40
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 18), "omu_PrimIntDictionary"},        // 41
-    {typ_PERSISTENT_CLASS, typ_TypeId(19, 38), "omu_Arguments"},                // 42
+    {},                                                                                 // row 0
+    {typ_EXCEPTION_CLASS, cls_BASE_EXCEPTION_CLASS, "omu_TypeErrorException"},          // 1
+    {typ_EXCEPTION_CLASS, typ_TypeId(19, 1), "omu_ArgNumberErrorException"},            // 2
+    {typ_EXCEPTION_CLASS, typ_TypeId(19, 1), "omu_ArgTypeErrorException"},              // 3
+    {typ_EXCEPTION_CLASS, typ_TypeId(19, 1), "omu_KeywordErrorException"},              // 4
+    {typ_EXCEPTION_CLASS, typ_TypeId(19, 1), "omu_KeywordTypeErrorException"},          // 5
+    {typ_EXCEPTION_CLASS, typ_TypeId(19, 1), "omu_GenericTypeErrorException"},          // 6
+    {typ_EXCEPTION_CLASS, cls_BASE_EXCEPTION_CLASS, "omu_RangeErrorException"},         // 7
+    {typ_EXCEPTION_CLASS, cls_BASE_EXCEPTION_CLASS, "omu_AttributeErrorException"},     // 8
+    {typ_EXCEPTION_CLASS, cls_BASE_EXCEPTION_CLASS, "omu_CvxNameErrorException"},       // 9
+    {typ_EXCEPTION_CLASS, cls_BASE_EXCEPTION_CLASS, "omu_KeyErrorException"},           // 10
+    {typ_EXCEPTION_CLASS, cls_BASE_EXCEPTION_CLASS, "omu_IndexErrorException"},         // 11
+    {typ_EXCEPTION_CLASS, cls_BASE_EXCEPTION_CLASS, "omu_ValueErrorException"},         // 12
+    {typ_EXCEPTION_CLASS, cls_BASE_EXCEPTION_CLASS, "omu_OverflowErrorException"},      // 13
+    {typ_EXCEPTION_CLASS, cls_BASE_EXCEPTION_CLASS, "omu_NameErrorException"},          // 14
+    {typ_EXCEPTION_CLASS, cls_BASE_EXCEPTION_CLASS, "omu_ZeroDivisionErrorException"},  // 15
+    {typ_EXCEPTION_CLASS, cls_BASE_EXCEPTION_CLASS, "omu_AccessErrorException"},        // 16
+    {typ_EXCEPTION_CLASS, cls_BASE_EXCEPTION_CLASS, "omu_PyCorvixException"},           // 17
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimDictionaryBase"},               // 18
+    {typ_EXCEPTION_CLASS, cls_BASE_EXCEPTION_CLASS, "omu_GuiAccessErrorException"},     // 19
+    {typ_EXCEPTION_CLASS, cls_BASE_EXCEPTION_CLASS, "omu_FontErrorException"},          // 20
+    {typ_PERSISTENT_CLASS, typ_NO_PARENT, "omu_Primitive"},                             // 21
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimNumber"},                       // 22
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimBoolean"},                      // 23
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimComplex"},                      // 24
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimString"},                       // 25
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimTranslatedString"},             // 26
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimNone"},                         // 27
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimEnumBase"},                     // 28
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimPath"},                         // 29
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimExpr"},                         // 30
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimType"},                         // 31
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimWrapper"},                      // 32
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PyObjectWrapper"},                  // 33
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimException"},                    // 34
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 37), "omu_PrimArray"},                        // 35
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_InterfaceObj"},                     // 36
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 21), "omu_PrimSequence"},                     // 37
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 37), "omu_PrimTuple"},                        // 38
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 38), "omu_PrimList"},                         // 39
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 18), "omu_PrimDictionary"},                   // 40
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 18), "omu_PrimIntDictionary"},                // 41
+    {typ_PERSISTENT_CLASS, typ_TypeId(19, 38), "omu_Arguments"},                        // 42
     {},
     {},
     {},

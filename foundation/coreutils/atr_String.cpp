@@ -32,7 +32,8 @@ class atr_Formatter {
     /// What stands between the percent sign and the end of its conversion.
     struct Place {
         std::size_t end = 0;
-        int index = -1;  ///< of the argument; -1: the next one
+        bool numbered = false;  ///< names its argument; else it takes the next one
+        int index = -1;
         int width = 0;
         bool zeros = false;
         char conversion = '\0';
@@ -55,6 +56,7 @@ class atr_Formatter {
         const std::size_t digits = at;
         const int number = ReadNumber(at);
         if (at < format.size() && at > digits && format[at] == '$') {
+            place.numbered = true;
             place.index = number - 1;
             ++at;
         } else {
@@ -83,12 +85,11 @@ class atr_Formatter {
         }
         const Place place = ReadPlace();
         if (place.conversion == '\0' || place.width > kMaxNumber) return false;
-        const bool sequential = place.index < 0;
-        const int index = sequential ? next : place.index;
-        if (index >= count) return false;
+        const int index = place.numbered ? place.index : next;
+        if (index < 0 || index >= count) return false;
         std::string value;
         if (!Convert(arguments[index], place.conversion, value)) return false;
-        if (sequential) ++next;
+        if (!place.numbered) ++next;
         Pad(value, place);
         text += value;
         position = place.end;

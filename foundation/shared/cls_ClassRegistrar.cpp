@@ -6,6 +6,8 @@
 
 #include "foundation/coreutils/atr_String.h"
 #include "foundation/coreutils/typ_ArchCompTable.h"
+#include "foundation/shared/cls_FoundationClasses.h"
+#include "foundation/shared/detail/cls_DescribeFoundation.h"
 
 template class omi_SingletonBase<cls_MetadataRegistrar>;
 template class omi_Singleton<cls_MetadataRegistrar>;
@@ -115,7 +117,7 @@ void cls_MetadataRegistrar::withdrawClassMetadata(
     // Several functions may describe one class, so what stays is described anew when it is needed.
     registrar.Clear();
     for (Registration& registration : registrations) registration.described = false;
-    allDescribed = registrations.empty();
+    allDescribed = false;
 }
 
 const cls_ClassRegistrar& cls_MetadataRegistrar::ClassRegistrar() {
@@ -124,6 +126,7 @@ const cls_ClassRegistrar& cls_MetadataRegistrar::ClassRegistrar() {
 }
 
 void cls_MetadataRegistrar::Describe() {
+    if (!registrar.Find(cls_2D_ARRAY_CLASS)) cls_DescribeFoundation(registrar);
     // By index: a function may itself register further ones, or ask for the registrar.
     for (std::size_t i = 0; i < registrations.size(); ++i) {
         if (registrations[i].described) continue;

@@ -46,7 +46,7 @@ class KTSBASSHARED_API cls_ClassRegistrar {
 using cls_InitializeMetadataFunction = void (*)(cls_ClassRegistrar&);
 
 /// Keeps the functions that describe classes and calls each when metadata are first needed, so that
-/// the order of registration does not matter.
+/// the order of registration does not matter. The foundation's own classes are always known.
 class KTSBASSHARED_API cls_MetadataRegistrar {
   public:
     /// Keeps `function` with its `flags`; a pair already known is ignored. The flags are stored and
@@ -74,7 +74,7 @@ class KTSBASSHARED_API cls_MetadataRegistrar {
     void Describe();
 
     std::vector<Registration> registrations;
-    bool allDescribed = true;
+    bool allDescribed = false;
     cls_ClassRegistrar registrar;
 };
 

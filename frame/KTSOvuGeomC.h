@@ -1,0 +1,25 @@
+#ifndef KTSOVUGEOMC_H
+#define KTSOVUGEOMC_H
+
+/// The undecorated entry points for programs that load the library at run time; plain C.
+
+#include "cow/KTSOvuGeomExport.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/// Adds one use of the library on the count of the plain entry points. While the library is up this
+/// only counts and returns the new number of users (2 after one load, which holds a use itself);
+/// else it brings everything up and returns the new library-specific count (1 on a clean first
+/// start). An exception of the start-up leaves it undone and propagates.
+KTSOVUGEOM_API unsigned KTSOvuGeom_initializeC(void);
+
+/// Takes one use of `KTSOvuGeom_initializeC` away; the last use of all brings everything down.
+KTSOVUGEOM_API void KTSOvuGeom_finalizeC(void);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
