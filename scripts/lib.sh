@@ -48,6 +48,7 @@ read_check_options() {
 # Compares the file LIST with the file ACTUAL, or replaces it by that under --update.
 compare_list() {
     if [[ $update == yes ]]; then
+        mkdir -p "$(dirname "$1")"
         cp "$2" "$1"
         echo "updated $1"
     else
