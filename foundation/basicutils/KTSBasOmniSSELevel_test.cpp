@@ -70,10 +70,10 @@ TEST_F(KTSBasOmniSSELevelTest, EveryLevelIsForcedUnderItsDisplayName) {
                   {"AVX512DQ", "AVX512DQ", KTSBAS_CPU_AVX512DQ}};
     const std::uint64_t asRead = AsRead();
     for (const auto& level : levels) {
-        EXPECT_EQ(Printed(level.value, "0"),
-                  IndicatorLine("---", asRead) +
-                      ">>> SSE LEVEL OVERRIDE! ENFORCED LEVEL: " + level.displayName + "\n" +
-                      IndicatorLine(">>>", KTSBasOmniFeatureIndicator()));
+        const std::string printed = Printed(level.value, "0");
+        EXPECT_EQ(printed, IndicatorLine("---", asRead) +
+                               ">>> SSE LEVEL OVERRIDE! ENFORCED LEVEL: " + level.displayName +
+                               "\n" + IndicatorLine(">>>", KTSBasOmniFeatureIndicator()));
         EXPECT_EQ(std::bit_floor(KTSBasOmniFeatureIndicator()), level.highest);
         EXPECT_STREQ(std::getenv(kNotified), "1");
     }
