@@ -2,8 +2,7 @@
 
 #include <chrono>
 
-template class omi_SingletonBase<gsl_Util>;
-template class omi_Singleton<gsl_Util>;
+constinit gsl_Util* gsl_Util::singleton = nullptr;
 
 gsl_Util::gsl_Util() noexcept
     : creationTime(std::chrono::steady_clock::now().time_since_epoch().count()) {}

@@ -26,6 +26,7 @@ class KTSOVUGEOM_API gsl_Util {
   private:
     friend class omi_Singleton<gsl_Util>;
     friend class omi_SingletonBase<gsl_Util>;
+    static gsl_Util* singleton;
     friend struct gsl_UtilTestAccess;
     gsl_Util() noexcept;
     ~gsl_Util() = default;
@@ -41,8 +42,5 @@ class KTSOVUGEOM_API gsl_Util {
     /// Ticks of the steady clock at creation.
     [[maybe_unused]] std::int64_t creationTime;
 };
-
-extern template class KTSOVUGEOM_API omi_SingletonBase<gsl_Util>;
-extern template class KTSOVUGEOM_API omi_Singleton<gsl_Util>;
 
 inline gsl_Util& gsl_Util::Instance() { return omi_Singleton<gsl_Util>::Instance(); }

@@ -20,23 +20,23 @@ class KTSBASCOREUTILS_API cow_String {
     /// A copy of the zero-terminated `text`; null is the empty string.
     cow_String(const char* text);
     cow_String(std::string_view text);
-    cow_String(const cow_String& other) noexcept;
-    cow_String(cow_String&& other) noexcept;
-    ~cow_String();
+    inline cow_String(const cow_String& other) noexcept;
+    inline cow_String(cow_String&& other) noexcept;
+    inline ~cow_String();
 
     /// Number of bytes, the terminating zero not counted.
-    [[nodiscard]] int Length() const noexcept;
+    [[nodiscard]] inline int Length() const noexcept;
     [[nodiscard]] bool IsEmpty() const noexcept { return rep == nullptr; }
     /// The bytes followed by a zero; never null, valid as long as this string is unchanged.
-    [[nodiscard]] const char* Characters() const noexcept;
-    [[nodiscard]] std::string_view View() const noexcept;
+    [[nodiscard]] inline const char* Characters() const noexcept;
+    [[nodiscard]] inline std::string_view View() const noexcept;
     /// True when both share one representation (or have none).
     [[nodiscard]] bool Identical(const cow_String& other) const noexcept {
         return rep == other.rep;
     }
 
-    cow_String& operator=(const cow_String& other) noexcept;
-    cow_String& operator=(cow_String&& other) noexcept;
+    inline cow_String& operator=(const cow_String& other) noexcept;
+    inline cow_String& operator=(cow_String&& other) noexcept;
 
     friend bool operator==(const cow_String& a, const cow_String& b) noexcept {
         return a.rep == b.rep || a.View() == b.View();

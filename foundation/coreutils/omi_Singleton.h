@@ -18,35 +18,35 @@ KTSBASCOREUTILS_API void* Remove(const char* typeName) noexcept;
 [[nodiscard]] KTSBASCOREUTILS_API int Size() noexcept;
 }  // namespace omi_SingletonRegistry
 
-/// The part of a singleton that shut-down needs.
+/// The part of a singleton that shut-down needs. See `omi_Singleton` for what `T` provides.
 template <class T>
 class omi_SingletonBase {
   public:
     /// Removes the instance from the registry and deletes it; nothing when it was never created.
     /// A later `omi_Singleton<T>::Instance()` creates a new one.
     static void Finalize() {
-        cached = nullptr;
+        Pointer() = nullptr;
         delete static_cast<T*>(omi_SingletonRegistry::Remove(typeid(T).name()));
     }
     /// True when the instance exists; never creates it.
-    [[nodiscard]] static bool Exists() noexcept { return cached != nullptr; }
+    [[nodiscard]] static bool Exists() noexcept { return Pointer() != nullptr; }
 
   protected:
-    static inline T* cached = nullptr;
+    static T*& Pointer() noexcept { return T::singleton; }
 };
 
-/// The one instance of `T` in the process, created on first use.
+/// The one instance of `T` in the process, created on first use; `Instance()` costs a load and a
+/// test afterwards. Not locked: start-up and shut-down run on one thread.
 ///
-/// The shared library that owns `T` instantiates this template explicitly and exports it; `T`'s
-/// header declares `extern template class` of both templates, so that every library shares the one
-/// pointer and `Instance()` costs a load and a test. `T` has a default constructor that may be
-/// private (with this template and its base as friends). Not locked: start-up and shut-down run on
-/// one thread.
+/// `T` declares `static T* singleton;`, defined `constinit` as null in the shared library that owns
+/// `T`, and exports it with its default constructor and destructor: so every library shares the one
+/// pointer (a static of this template would be one pointer a library). All three may be private,
+/// with this template and its base as friends.
 template <class T>
 class omi_Singleton : public omi_SingletonBase<T> {
   public:
     [[nodiscard]] static T& Instance() {
-        T* instance = omi_SingletonBase<T>::cached;
+        T* instance = omi_SingletonBase<T>::Pointer();
         return instance ? *instance : Create();
     }
 
@@ -56,7 +56,7 @@ class omi_Singleton : public omi_SingletonBase<T> {
     static T& Create() {
         T* created = new T;
         if (Register(created) != created) std::abort();
-        omi_SingletonBase<T>::cached = created;
+        omi_SingletonBase<T>::Pointer() = created;
         return *created;
     }
 

@@ -13,6 +13,7 @@ struct Counter {
     ~Counter() { --living; }
     int value = 0;
     static inline int living = 0;
+    static inline Counter* singleton = nullptr;
 };
 
 TEST(omi_Singleton, LivesFromFirstUseToFinalizeAndAgain) {
@@ -50,6 +51,7 @@ struct AsksForItself {
         }
     }
     static inline bool asked = false;
+    static inline AsksForItself* singleton = nullptr;
 };
 
 TEST(omi_SingletonDeathTest, AConstructorThatAsksForItsInstanceEndsTheProcess) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <exception>
-#include <source_location>
 #include <utility>
 
 #include "foundation/coreutils/atr_String.h"
@@ -34,10 +33,10 @@ class KTSBASSHARED_API KTSBasException : public std::exception {
     int line = 0;
 };
 
-/// Throws `exception` by value with the source position of the caller.
+/// Throws `exception` by value with the source position of the caller, or the one given.
 template <class Exception>
-[[noreturn]] void KTSBasThrow(Exception exception,
-                              const std::source_location& where = std::source_location::current()) {
-    exception.SetPosition(where.file_name(), static_cast<int>(where.line()));
+[[noreturn]] void KTSBasThrow(Exception exception, const char* file = __builtin_FILE(),
+                              int line = __builtin_LINE()) {
+    exception.SetPosition(file, line);
     throw exception;
 }

@@ -9,8 +9,7 @@
 #include "foundation/shared/cls_FoundationClasses.h"
 #include "foundation/shared/detail/cls_DescribeFoundation.h"
 
-template class omi_SingletonBase<cls_MetadataRegistrar>;
-template class omi_Singleton<cls_MetadataRegistrar>;
+constinit cls_MetadataRegistrar* cls_MetadataRegistrar::singleton = nullptr;
 
 /// The nodes of a map keep their place, so the names can be keyed by views into them.
 struct cls_ClassRegistrar::Classes {

@@ -68,6 +68,7 @@ class KTSBASSHARED_API cls_MetadataRegistrar {
     struct Registration;
     friend class omi_Singleton<cls_MetadataRegistrar>;
     friend class omi_SingletonBase<cls_MetadataRegistrar>;
+    static cls_MetadataRegistrar* singleton;
     cls_MetadataRegistrar();
     ~cls_MetadataRegistrar();
 
@@ -77,6 +78,3 @@ class KTSBASSHARED_API cls_MetadataRegistrar {
     bool allDescribed = false;
     cls_ClassRegistrar registrar;
 };
-
-extern template class KTSBASSHARED_API omi_SingletonBase<cls_MetadataRegistrar>;
-extern template class KTSBASSHARED_API omi_Singleton<cls_MetadataRegistrar>;
