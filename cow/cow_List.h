@@ -60,7 +60,7 @@ class cow_List {
     using iterator = const_iterator;
 
     /// The empty list.
-    cow_List() : cow_List(SizeHint{0}) {}
+    cow_List() : tableCount(new cow_Counter) {}
     /// One to five elements. `cow_List<int>(5)` is the list of the one element 5.
     explicit cow_List(const T& a) : cow_List(SizeHint{1}) { AppendAll(a); }
     cow_List(const T& a, const T& b) : cow_List(SizeHint{2}) { AppendAll(a, b); }
@@ -179,7 +179,7 @@ class cow_List {
     static constexpr int defaultShift = 4;
     static constexpr int slotGroup = 16;
 
-    explicit cow_List(SizeHint hint) : tableCount(new cow_Counter) {
+    explicit cow_List(SizeHint hint) : cow_List() {
         if (hint.elements > 0) Initialize(hint.elements);
     }
     void Initialize(int sizeHint);

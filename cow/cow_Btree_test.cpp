@@ -1,0 +1,185 @@
+#include "cow/cow_Btree.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <numeric>
+#include <string>
+#include <vector>
+
+#include "cow/cow_DetachCount.h"
+#include "testing/test_FailingAllocator.h"
+#include "testing/test_Random.h"
+#include "testing/test_ThrowingElement.h"
+
+namespace {
+
+template <class K, class V>
+cow_Btree<K, V> TreeOf(const std::vector<K>& keys) {
+    cow_Btree<K, V> tree;
+    for (const K& key : keys) tree.InsertUnlessMember(key, V(static_cast<int>(key)));
+    return tree;
+}
+
+/// Compares with the model forwards and backwards, and every stored depth with the children's.
+template <class V>
+void ExpectHolds(const cow_Btree<int, V>& tree, const std::map<int, int>& model) {
+    cow_BtreeIterator<int, V> walk(tree);
+    for (const auto& [key, value] : model) {
+        ASSERT_FALSE(walk.IsDone());
+        EXPECT_EQ(walk.CurrentKey(), key);
+        EXPECT_TRUE(walk.CurrentValue() == V(value));
+        walk.Next();
+    }
+    EXPECT_TRUE(walk.IsDone());
+    walk.Last();
+    for (auto i = model.rbegin(); i != model.rend(); ++i, walk.Previous()) {
+        ASSERT_FALSE(walk.IsDone());
+        EXPECT_EQ(walk.CurrentKey(), i->first);
+    }
+    EXPECT_TRUE(walk.IsDone());
+    std::vector<const cow_BtreeNode<int, V>*> nodes(1, tree.Root());
+    while (!nodes.empty()) {
+        const auto* node = nodes.back();
+        nodes.pop_back();
+        if (!node) continue;
+        const auto* left = node->left.ConstGet();
+        const auto* right = node->right.ConstGet();
+        EXPECT_EQ(node->depth, std::max(left ? left->depth + 1 : 0, right ? right->depth + 1 : 0));
+        nodes.push_back(left);
+        nodes.push_back(right);
+    }
+}
+
+TEST(cow_Btree, EqualsAMapUnderRandomInsertions) {
+    const std::size_t before = mem_LiveBlocks();
+    for (std::uint64_t seed = 1; seed <= 5; ++seed) {
+        test_Random random(seed);
+        std::vector<cow_Btree<int, int>> trees(3);
+        std::vector<std::map<int, int>> models(3);
+        for (int step = 0; step < 300; ++step) {
+            const std::size_t target = static_cast<std::size_t>(random.Below(3));
+            const std::size_t other = static_cast<std::size_t>(random.Below(3));
+            const int key = random.Below(200) - 100;
+            const bool isNew = models[target].emplace(key, step).second;
+            EXPECT_EQ(trees[target].InsertUnlessMember(key, step), isNew);
+            if (random.Below(10) == 0) {
+                trees[target] = trees[other].Copy();
+                models[target] = std::map<int, int>(models[other]);
+            } else {
+                trees[target].Get(key) = -step;
+                models[target][key] = -step;
+            }
+            for (std::size_t i = 0; i < 3; ++i) ExpectHolds(trees[i], models[i]);
+        }
+    }
+    EXPECT_EQ(mem_LiveBlocks(), before);
+}
+
+TEST(cow_Btree, StaysShallowForOrderedAndRandomKeys) {
+    constexpr int n = 4095;
+    std::vector<int> ascending(n), shuffled, outsideIn;
+    std::iota(ascending.begin(), ascending.end(), 0);
+    shuffled = ascending;
+    test_Random random(3);
+    for (int i = n; i > 1; --i) {
+        std::swap(shuffled[static_cast<std::size_t>(i - 1)],
+                  shuffled[static_cast<std::size_t>(random.Below(i))]);
+    }
+    for (int i = 0; i < n; ++i) outsideIn.push_back(i % 2 == 0 ? i / 2 : n - 1 - i / 2);
+    std::vector<int> insideOut(outsideIn.rbegin(), outsideIn.rend());
+    for (const auto& keys : {ascending, shuffled, outsideIn, insideOut}) {
+        EXPECT_LE((TreeOf<int, int>(keys).Depth()), 16);
+    }
+}
+
+TEST(cow_Btree, AWriteCopiesOnlyThePath) {
+    std::vector<int> keys(1000);
+    std::iota(keys.begin(), keys.end(), 0);
+    const cow_Btree<int, int> tree = TreeOf<int, int>(keys);
+    cow_Btree<int, int> copy(tree);
+    cow_ResetDetachCounts();
+    EXPECT_FALSE(copy.InsertUnlessMember(500, -1));
+    EXPECT_EQ(copy.Find(5000), nullptr);
+    EXPECT_EQ(cow_DetachCounts().detaches, 0);
+    EXPECT_TRUE(copy.InsertUnlessMember(1000, 1000));
+    EXPECT_LE(cow_DetachCounts().copiedElements, 14);
+    EXPECT_FALSE(tree.IsMember(1000));
+    EXPECT_EQ(&tree.ConstGet(3), &copy.ConstGet(3));
+    EXPECT_EQ(copy.ConstGet(500), 500);
+}
+
+TEST(cow_Btree, AbsentKeysReadAsTheNullValue) {
+    cow_Btree<int, std::string> tree;
+    tree.InsertUnlessMember(1, "one");
+    EXPECT_EQ(tree.ConstGet(2), "");
+    tree.Get(2) = "scratch";
+    EXPECT_EQ(tree.Get(3), "");
+    EXPECT_FALSE(tree.IsMember(2));
+    EXPECT_EQ((cow_Btree<int, int>().Depth()), 0);
+}
+
+TEST(cow_Btree, StringsOrderByUnsignedBytes) {
+    cow_Btree<cow_String, int> tree;
+    for (const char* key : {"b", "\xC3\xA9", "", "a", "ab"}) tree.InsertUnlessMember(key, 0);
+    const cow_List<cow_String> keys = cow_BtreeUtils<cow_String, int>::cow_Keys(tree);
+    const std::vector<cow_String> expected = {"", "a", "ab", "b", "\xC3\xA9"};
+    EXPECT_TRUE(std::equal(keys.begin(), keys.end(), expected.begin(), expected.end()));
+    EXPECT_EQ((cow_BtreeUtils<cow_String, int>::cow_Values(tree).Length()), 5);
+}
+
+TEST(cow_Btree, FailuresLeaveWholeTrees) {
+    const std::size_t before = mem_LiveBlocks();
+    for (int n = 1;; ++n) {
+        ASSERT_LT(n, 200);
+        std::vector<int> keys(40);
+        std::iota(keys.begin(), keys.end(), 0);
+        const auto tree = TreeOf<int, test_ThrowingElement>(keys);
+        std::map<int, int> model;
+        for (const int key : keys) model[key] = key;
+        int failures = 0;
+        for (const bool failAllocator : {false, true}) {
+            cow_Btree<int, test_ThrowingElement> written(tree);
+            try {
+                const test_FailingAllocator failing(failAllocator ? n : 0);
+                test_ThrowingElement::FailCopy(failAllocator ? 0 : n);
+                written.InsertUnlessMember(40, test_ThrowingElement(40));
+                test_ThrowingElement::FailCopy(0);
+            } catch (const std::exception&) {
+                ++failures;
+            }
+            std::map<int, int> writtenModel(model);
+            if (written.IsMember(40)) writtenModel[40] = 40;
+            ExpectHolds(written, writtenModel);
+            ExpectHolds(tree, model);
+        }
+        if (failures == 0) break;
+    }
+    EXPECT_EQ(mem_LiveBlocks(), before);
+    EXPECT_EQ(test_ThrowingElement::Live(), 0);
+}
+
+TEST(cow_Btree_Kept, AnAbsentChildWeighsLikeALeaf) {
+    cow_Btree<int, int> tree = TreeOf<int, int>({1, 2, 3});
+    EXPECT_EQ(tree.Root()->key, 1);
+    EXPECT_EQ(tree.Root()->right->key, 2);
+    EXPECT_EQ(tree.Root()->right->right->key, 3);
+    EXPECT_EQ(tree.Depth(), 2);
+    tree.InsertUnlessMember(4, 4);
+    EXPECT_EQ(tree.Root()->key, 2);
+    EXPECT_EQ(tree.Root()->left->key, 1);
+    EXPECT_EQ(tree.Root()->right->right->key, 4);
+    EXPECT_EQ(tree.Depth(), 2);
+}
+
+TEST(cow_BtreeCompare_Kept, IntegersAreSubtractedIn32Bits) {
+    EXPECT_LT(cow_BtreeCompare(2, 1), 0);
+    EXPECT_GT(cow_BtreeCompare(1, 2), 0);
+    EXPECT_EQ(cow_BtreeCompare(7, 7), 0);
+    EXPECT_LT(cow_BtreeCompare(-2000000000, 2000000000), 0);
+    cow_Btree<int, int> tree = TreeOf<int, int>({-2000000000, 2000000000});
+    EXPECT_EQ((cow_BtreeIterator<int, int>(tree).CurrentKey()), 2000000000);
+}
+
+}  // namespace
