@@ -27,19 +27,19 @@ class utf_EngineeringData {
     [[nodiscard]] res_DataTypeEnm type() const noexcept { return typeCode; }
     [[nodiscard]] int numComponents() const noexcept { return componentCount; }
     /// The components in storage order, `numComponents()` of them.
-    [[nodiscard]] const T* Components() const noexcept { return components; }
-    [[nodiscard]] T* Components() noexcept { return components; }
+    [[nodiscard]] const T* Components() const noexcept { return values; }
+    [[nodiscard]] T* Components() noexcept { return values; }
 
     /// Same type code and equal components.
     friend bool operator==(const utf_EngineeringData& a, const utf_EngineeringData& b) noexcept {
         return a.typeCode == b.typeCode && a.componentCount == b.componentCount &&
-               std::equal(a.components, a.components + a.componentCount, b.components);
+               std::equal(a.values, a.values + a.componentCount, b.values);
     }
 
   private:
     res_DataTypeEnm typeCode;
     int componentCount;
-    T components[maxComponents] = {};
+    T values[maxComponents] = {};
 };
 
 extern template class KTSOVUGEOM_API utf_EngineeringData<float>;

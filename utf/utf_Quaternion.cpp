@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <source_location>
 
 #include "foundation/shared/nex_Exception.h"
 #include "gsl/gsl_Matrix.h"
@@ -13,10 +12,9 @@ namespace {
 constexpr const char* unknownTypeText = "Unknown quaternion type";
 
 /// `dataType` when it is a quaternion type; throws otherwise.
-res_DataTypeEnm Checked(res_DataTypeEnm dataType,
-                        const std::source_location& where = std::source_location::current()) {
+res_DataTypeEnm Checked(res_DataTypeEnm dataType) {
     if (dataType != res_QUATERNION_2D && dataType != res_QUATERNION_3D) {
-        KTSBasThrow(nex_PrimException(unknownTypeText), where);
+        KTSBasThrow(nex_PrimException(unknownTypeText));
     }
     return dataType;
 }

@@ -21,9 +21,9 @@ template <class T>
 class utf_QuaternionTyped : public testing::Test {
   public:
     static constexpr double tolerance = sizeof(T) == 4 ? 1e-6 : 1e-14;
-    using Q = utf_Quaternion<T>;
+    using Rotation = utf_Quaternion<T>;
 
-    static void ExpectSame(const Q& a, const Q& b) {
+    static void ExpectSame(const Rotation& a, const Rotation& b) {
         ASSERT_EQ(a.type(), b.type());
         for (int i = 0; i < a.numComponents(); ++i) {
             EXPECT_NEAR(a.Components()[i], b.Components()[i], tolerance) << i;
