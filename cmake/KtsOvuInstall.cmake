@@ -1,5 +1,5 @@
 # Installed: the public headers in the folders of the source tree, the shared libraries, the CMake
-# package KTSOvuGeom, a pkg-config file, and the program ktsovu when it is built.
+# package KTSOvuGeom and a pkg-config file. The host installs its program itself.
 
 include(CMakePackageConfigHelpers)
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/KTSOvuGeom")
@@ -23,7 +23,6 @@ install(TARGETS KTSOvuGeom ${foundation} EXPORT KTSOvuGeomTargets)
 if(TARGET ktsovu)
     file(RELATIVE_PATH libraries "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
     set_target_properties(ktsovu PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries}")
-    install(TARGETS ktsovu)
 endif()
 
 install(EXPORT KTSOvuGeomTargets NAMESPACE KTSOvuGeom:: DESTINATION "${package_dir}")
