@@ -1,11 +1,13 @@
 #include "g3d/KTSOvuG3d.h"
 
 #include <iterator>
-#include <span>
 
 #include "foundation/alloc/KTSBasUseCount.h"
 #include "foundation/shared/cls_FoundationClasses.h"
 #include "foundation/shared/cls_ModuleRegistration.h"
+#include "g3d/g3d_ColorMap.h"
+#include "g3d/g3d_Point.h"
+#include "g3d/g3d_Vector.h"
 
 namespace {
 
@@ -21,7 +23,16 @@ constexpr typ_ArchRow kClasses[] = {
 };
 static_assert(std::size(kClasses) == 4);
 
-constexpr std::span<const cls_MetadataRow> kMetadata;
+/// The font error, `nex_CmdException<cow_String, 7>`, has a name in the archives and no record.
+void InitializeFontErrorMetadata(cls_ClassRegistrar& registrar) {
+    registrar.AddClass(cls_ClassMetadata("omu_FontErrorException", typ_TypeId(19, 20)));
+}
+
+constexpr cls_MetadataRow kMetadata[] = {
+    {&InitializeFontErrorMetadata, 2},
+    {&g3d_Point::InitializeMetadata, 4},
+    {&g3d_Vector::InitializeMetadata, 4},
+};
 
 constexpr cls_ModuleRegistration kRegistration(36,
                                                {kClasses, static_cast<int>(std::size(kClasses))},
@@ -34,6 +45,7 @@ void KTSOvuG3d_initialize(int& count) {
     try {
         kRegistration.InsertComponent();
         kRegistration.RegisterClasses();
+        static_cast<void>(g3d_ColorMap::Instance());
     } catch (...) {
         KTSOvuG3d_finalize(count);
         throw;
@@ -42,6 +54,7 @@ void KTSOvuG3d_initialize(int& count) {
 
 void KTSOvuG3d_finalize(int& count) {
     if (!useCount.Lower(count)) return;
+    omi_SingletonBase<g3d_ColorMap>::Finalize();
     kRegistration.Withdraw();
 }
 

@@ -23,6 +23,7 @@ struct g3d_Double3 {
         }
     }
 
+    friend constexpr bool operator==(const g3d_Double3&, const g3d_Double3&) noexcept = default;
     friend constexpr g3d_Double3 operator+(const g3d_Double3& a, const g3d_Double3& b) noexcept {
         return {a.x + b.x, a.y + b.y, a.z + b.z};
     }
