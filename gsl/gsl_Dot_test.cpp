@@ -1,0 +1,133 @@
+#include "gsl/gsl_Dot.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "foundation/shared/cls_ClassRegistrar.h"
+#include "gsl/KTSOvuGsl.h"
+#include "gsl/gsl_BBox.h"
+#include "gsl/gsl_ModelSegment.h"
+#include "gsl/gsl_ObjArrays.h"
+#include "gsl/gsl_PersistentMatrix.h"
+#include "gsl/gsl_PersistentVector.h"
+#include "gsl/gsl_Segment.h"
+#include "gsl/gsl_Util.h"
+
+namespace {
+
+/// A dot of another module, with two parent features.
+struct FeatureDot : gsl_Dot {
+    int NmrParents() const override { return 2; }
+    int GetNthParentId(int n) const override { return 40 + n; }
+    std::uint32_t DynTypeId() const override { return typ_TypeId(999, 1); }
+};
+
+/// The module, brought up for one test.
+class Module {
+  public:
+    Module() { KTSOvuGsl_initialize(count); }
+    ~Module() { KTSOvuGsl_finalize(count); }
+    int count = 0;
+};
+
+cls_MetadataRegistrar& Registrar() { return omi_Singleton<cls_MetadataRegistrar>::Instance(); }
+
+TEST(gsl_Dot, IsBuiltAndCopied) {
+    const gsl_Point position(gsl_Point(1, 2, 3), gsl_Point(1, 2, 3));
+    const gsl_Dot placed(position);
+    EXPECT_EQ(placed.GetPoint().GetUid(), position.GetUid());
+    EXPECT_TRUE(placed.GetUid().IsAllocated());
+    EXPECT_NE(placed.GetUid(), position.GetUid());
+    EXPECT_NE(placed.GetUid(), gsl_Dot().GetUid());
+    EXPECT_EQ(placed.GetMethod(), gsl_DOT_BY_POSITION);
+    EXPECT_EQ(placed.GetInstanceId(), 0);
+    EXPECT_EQ(placed.GetEntityId(), -1);
+
+    const gsl_Dot bound(7, 8);
+    EXPECT_EQ(bound.GetMethod(), 10);
+    EXPECT_EQ(bound.GetInstanceId(), 7);
+    EXPECT_EQ(bound.GetEntityId(), 8);
+    EXPECT_TRUE(bound.GetPoint() == gsl_Point());
+
+    const std::unique_ptr<gsl_Dot> copy(placed.Copy());
+    EXPECT_EQ(copy->GetUid(), placed.GetUid());
+    copy->SetValues(4, 5, 6);
+    EXPECT_EQ(copy->GetPoint().GetUid(), position.GetUid());
+    EXPECT_EQ(copy->GetPoint()[0], 4);
+    double u = 1, v = 2, w = 3;
+    copy->GetGeometryData(u, v, w);
+    EXPECT_EQ(u + v + w, 6);
+    EXPECT_TRUE(copy->Regenerate(nullptr));
+    EXPECT_EQ(copy->CreateHitRecord(nullptr), nullptr);
+}
+
+TEST(gsl_Dot, AsksItsDerivedClass) {
+    EXPECT_EQ(gsl_Dot().OwnerFeatID(), 0);
+    EXPECT_EQ(FeatureDot().OwnerFeatID(), 40);
+
+    const auto describe = +[](cls_ClassRegistrar& registrar) {
+        registrar.AddClass({"FeatureDot", typ_TypeId(999, 1), nullptr, gsl_Dot::TypeId()});
+    };
+    const Module module;
+    Registrar().initClassMetadata(describe, 2);
+    EXPECT_TRUE(FeatureDot().IsA(gsl_Dot::TypeId()));
+    EXPECT_FALSE(gsl_Dot().IsA(typ_TypeId(999, 1)));
+    EXPECT_FALSE(gsl_Dot().IsA(gsl_Point::TypeId()));
+    Registrar().withdrawClassMetadata(describe);
+}
+
+TEST(KTSOvuGsl, RegistersItsClassesAndWithdrawsThem) {
+    const struct {
+        cls_InitializeMetadataFunction function;
+        unsigned flags;
+        std::uint32_t row;
+        const char* fields;
+        bool hasCowDtor;
+    } classes[] = {
+        {&gsl_BBox::InitializeMetadata, 3, 7, "_high 15 _low 15 ", false},
+        {&gsl_ModelSegment::InitializeMetadata, 7, 11, "_entityId 5 _instanceId 5 _segment 15 ",
+         false},
+        {&gsl_Plane::InitializeMetadata, 3, 4, "_normal 15 _origin 15 ", true},
+        {&gsl_PlaneArray::InitializeMetadata, 3, 13, "_objects 8 ", false},
+        {&gsl_Point::InitializeMetadata, 7, 1, "_x 10 _y 10 _z 10 ", true},
+        {&gsl_Segment::InitializeMetadata, 3, 8, "_end 15 _start 15 ", false},
+        {&gsl_StLine::InitializeMetadata, 3, 6, "_direction 15 _origin 15 ", true},
+        {&gsl_LineArray::InitializeMetadata, 3, 10, "_objects 8 ", false},
+        {&gsl_PersistentVector::InitializeMetadata, 7, 3, "_magnitude 10 _x 10 _y 10 _z 10 ",
+         false},
+        {&gsl_Dot::InitializeMetadata, 7, 5, "_entityId 5 _instanceId 5 _method 14 _point 15 ",
+         true},
+        {&gsl_DotArray::InitializeMetadata, 3, 14, "_objects 8 ", false},
+        {&gsl_PersistentMatrix::InitializeMetadata, 7, 2, "DDBmatrix 15 _is_identity 5 ", false},
+    };
+    const int before = Registrar().Size();
+    {
+        const Module module;
+        EXPECT_EQ(module.count, 1);
+        EXPECT_EQ(Registrar().Size(), before + 12);
+        EXPECT_TRUE(omi_Singleton<gsl_Util>::Exists());
+        for (const auto& c : classes) {
+            EXPECT_EQ(Registrar().Flags(c.function), c.flags) << c.row;
+            const std::uint32_t typeId = typ_TypeId(778, c.row);
+            const cls_ClassMetadata* metadata = Registrar().ClassRegistrar().Find(typeId);
+            ASSERT_NE(metadata, nullptr) << c.row;
+            EXPECT_EQ(metadata->Name(), typ_ArchCompTable::Name(typeId));
+            EXPECT_EQ(metadata->CowDtor() != nullptr, c.hasCowDtor) << c.row;
+            std::string fields;
+            for (const cls_AttributeMetadata& field : metadata->Attributes()) {
+                fields.append(field.name.View()).append(" ");
+                fields.append(std::to_string(field.kind)).append(" ");
+            }
+            EXPECT_EQ(fields, c.fields);
+        }
+        EXPECT_EQ(typ_ArchCompTable::Parent(gsl_PersistentVector::TypeId()), gsl_Point::TypeId());
+        EXPECT_EQ(gsl_ArchEntry().rowCount, 15);
+    }
+    EXPECT_EQ(Registrar().Size(), before);
+    EXPECT_EQ(Registrar().ClassRegistrar().Find(gsl_Point::TypeId()), nullptr);
+    EXPECT_EQ(typ_ArchCompTable::RowCount(778), 0);
+    EXPECT_FALSE(omi_Singleton<gsl_Util>::Exists());
+}
+
+}  // namespace
