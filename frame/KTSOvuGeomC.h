@@ -1,9 +1,8 @@
-#ifndef KTSOVUGEOMC_H
-#define KTSOVUGEOMC_H
-
-/// The undecorated entry points for programs that load the library at run time; plain C.
+#pragma once
 
 #include "cow/KTSOvuGeomExport.h"
+
+/* The undecorated entry points, for programs that load the library at run time; plain C. */
 
 #ifdef __cplusplus
 extern "C" {
@@ -11,8 +10,9 @@ extern "C" {
 
 /// Adds one use of the library on the count of the plain entry points. While the library is up this
 /// only counts and returns the new number of users (2 after one load, which holds a use itself);
-/// else it brings everything up and returns the new library-specific count (1 on a clean first
-/// start). An exception of the start-up leaves it undone and propagates.
+/// else it brings everything up and returns the new library-specific count: 1 on a clean first
+/// start, more when a client holds library-specific uses. An exception of the start-up propagates
+/// and leaves nothing done.
 KTSOVUGEOM_API unsigned KTSOvuGeom_initializeC(void);
 
 /// Takes one use of `KTSOvuGeom_initializeC` away; the last use of all brings everything down.
@@ -20,6 +20,4 @@ KTSOVUGEOM_API void KTSOvuGeom_finalizeC(void);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

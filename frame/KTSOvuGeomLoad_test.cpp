@@ -24,6 +24,7 @@ TEST(KTSOvuGeomLoad, UnloadingDetachesAndLeavesNoPointerInTheFoundation) {
         void* library = dlopen(kLibrary, RTLD_NOW | RTLD_LOCAL);
         ASSERT_NE(library, nullptr) << dlerror();
         ASSERT_EQ(typ_ArchCompTable::RowCount(778), 15);
+        ASSERT_NE(registrar.ClassRegistrar().Find(typ_TypeId(778, 1)), nullptr);
         ASSERT_EQ(dlclose(library), 0);
         ASSERT_EQ(dlopen(kLibrary, RTLD_NOW | RTLD_NOLOAD), nullptr);
         ASSERT_EQ(typ_ArchCompTable::RowCount(778), 0);
