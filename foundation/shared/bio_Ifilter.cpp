@@ -1,5 +1,6 @@
 #include "foundation/shared/bio_Ifilter.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 
@@ -30,10 +31,11 @@ void bio_Ifilter::ReadBytes(void* out, std::size_t count) {
     }
 }
 
-int bio_Ifilter::ReadCount(std::size_t smallestElement) {
+int bio_Ifilter::ReadCount(std::size_t smallestElement, std::size_t bytesBetween) {
     const int count = ReadInt();
     if (count <= 0) return 0;
-    if (Remaining() / smallestElement < static_cast<std::size_t>(count)) {
+    const std::size_t forElements = Remaining() - std::min(bytesBetween, Remaining());
+    if (forElements / smallestElement < static_cast<std::size_t>(count)) {
         FailFor("elements", count);
         return 0;
     }
@@ -54,14 +56,15 @@ void bio_Ifilter::Fail() noexcept {
     next = end;
 }
 
+void bio_Ifilter::FailWith(const char* line) {
+    if (!failed) std::fputs(line, stderr);
+    Fail();
+}
+
 bool bio_Ifilter::EnterRecord() {
     if (depth >= bio_MaxDepth) {
-        if (!failed) {
-            std::fputs(atr("Error reading stream: records nested more than %d deep\n", bio_MaxDepth)
-                           .Characters(),
-                       stderr);
-        }
-        Fail();
+        FailWith(atr("Error reading stream: records nested more than %d deep\n", bio_MaxDepth)
+                     .Characters());
         return false;
     }
     ++depth;
@@ -69,12 +72,7 @@ bool bio_Ifilter::EnterRecord() {
 }
 
 void bio_Ifilter::FailFor(const char* what, std::int64_t wanted) {
-    if (!failed) {
-        const auto left = static_cast<double>(Remaining());
-        std::fputs(atr("Error reading stream: %g %s expected, %g bytes left\n",
-                       static_cast<double>(wanted), what, left)
-                       .Characters(),
-                   stderr);
-    }
-    Fail();
+    FailWith(atr("Error reading stream: %g %s expected, %g bytes left\n",
+                 static_cast<double>(wanted), what, static_cast<double>(Remaining()))
+                 .Characters());
 }

@@ -46,9 +46,10 @@ class KTSBASSHARED_API bio_Ifilter {
     /// The next `count` bytes where they stand, consumed; null (and a failed filter) when fewer are
     /// left.
     [[nodiscard]] const std::byte* Take(std::size_t count);
-    /// The number of elements to follow, each of `smallestElement` bytes or more: 0 for a negative
-    /// number and for one that the rest of the stream cannot hold.
-    [[nodiscard]] int ReadCount(std::size_t smallestElement);
+    /// The number of elements to follow, each of `smallestElement` bytes or more, after
+    /// `bytesBetween` others: 0 for a negative number and for one that the rest of the stream
+    /// cannot hold.
+    [[nodiscard]] int ReadCount(std::size_t smallestElement, std::size_t bytesBetween = 0);
 
     /// The byte at `offset` from the next one, the four bytes there as a number; 0 when the stream
     /// ends before. Nothing is consumed.
@@ -63,6 +64,8 @@ class KTSBASSHARED_API bio_Ifilter {
     [[nodiscard]] bool Failed() const noexcept { return failed; }
     /// Marks the filter failed: the stream cannot be read on.
     void Fail() noexcept;
+    /// `Fail`, after printing `line` on standard error unless the filter failed before.
+    void FailWith(const char* line);
     /// True when a reader came upon something that no writer writes, but went on.
     [[nodiscard]] bool Faulty() const noexcept { return faulty; }
     void MarkFaulty() noexcept { faulty = true; }

@@ -42,7 +42,6 @@ const bio_ReadObject* bio_ReadObjectTable::Find(int number) const noexcept {
 
 void bio_ReadObjectTable::BeginObject(int number, std::uint32_t classId) {
     if (slots.empty() || (used + 1) * 8 > slots.size() * 7) GrowTable();
-    entered.push_back(number);
     bio_ReadObject& slot = slots[SlotOf(number)];
     if (slot.number == 0) ++used;
     slot = {nullptr, classId, number, bio_ReadStateEnm::Reading};
@@ -53,7 +52,8 @@ void bio_ReadObjectTable::EndObject(int number) noexcept {
     if (found && found->state == bio_ReadStateEnm::Reading) Forget(number);
 }
 
-void bio_ReadObjectTable::SetObject(int number, std::uint32_t classId, void* object) noexcept {
+void bio_ReadObjectTable::SetObject(int number, std::uint32_t classId, void* object) {
+    handedOut.push_back(number);
     slots[SlotOf(number)] = {object, classId, number, bio_ReadStateEnm::Pointer};
 }
 
@@ -69,13 +69,14 @@ std::shared_ptr<cls_CowHolder> bio_ReadObjectTable::Holder(int number) const {
 }
 
 void bio_ReadObjectTable::Forget(int number) noexcept {
-    if (number == 0 || slots.empty()) return;
     bio_ReadObject& slot = slots[SlotOf(number)];
     slot.object = nullptr;
     slot.state = bio_ReadStateEnm::Unknown;
-    holders.erase(number);
 }
 
-void bio_ReadObjectTable::Forget(std::size_t begin, std::size_t end) noexcept {
-    for (std::size_t i = begin; i < end; ++i) Forget(entered[i]);
+void bio_ReadObjectTable::ForgetPointers(std::size_t begin, std::size_t end) noexcept {
+    for (std::size_t i = begin; i < end; ++i) {
+        const bio_ReadObject* const found = Find(handedOut[i]);
+        if (found && found->state == bio_ReadStateEnm::Pointer) Forget(handedOut[i]);
+    }
 }

@@ -33,33 +33,33 @@ class KTSBASSHARED_API bio_ReadObjectTable {
   public:
     /// The object of `number`; null when it is unknown.
     [[nodiscard]] const bio_ReadObject* Find(int number) const noexcept;
-    /// Enters `number` as being read.
+    /// Enters `number`, which is unknown, as being read.
     void BeginObject(int number, std::uint32_t classId);
     /// The record of `number` was read and became no object of its own: forgets it if it is still
     /// being read.
     void EndObject(int number) noexcept;
-    /// The record of `number` became `object`, which was handed out. REQUIRES: it is being read.
-    void SetObject(int number, std::uint32_t classId, void* object) noexcept;
+    /// The record of `number` became `object`, which is handed out. REQUIRES: `number` was begun.
+    void SetObject(int number, std::uint32_t classId, void* object);
     /// `SetObject` for an object in a handle, which this table keeps.
     void SetShared(int number, std::uint32_t classId, void* object,
                    std::shared_ptr<cls_CowHolder> holder);
     /// The handle of `number`; null when it has none.
     [[nodiscard]] std::shared_ptr<cls_CowHolder> Holder(int number) const;
 
-    /// The place in the order of entering; all numbers entered from here on can be forgotten.
-    [[nodiscard]] std::size_t Mark() const noexcept { return entered.size(); }
-    /// Forgets the numbers entered from `begin` up to `end`: their objects are destroyed with what
-    /// held them.
-    void Forget(std::size_t begin, std::size_t end) noexcept;
-    void Forget(int number) noexcept;
+    /// The place in the order of handing out by pointer.
+    [[nodiscard]] std::size_t Mark() const noexcept { return handedOut.size(); }
+    /// Forgets the objects that were handed out by pointer from `begin` up to `end`: they live no
+    /// longer than what they were handed to.
+    void ForgetPointers(std::size_t begin, std::size_t end) noexcept;
 
   private:
     [[nodiscard]] std::size_t SlotOf(int number) const noexcept;
     void GrowTable();
+    void Forget(int number) noexcept;
 
     std::vector<bio_ReadObject, omi_Allocator<bio_ReadObject>> slots;
     std::size_t used = 0;
     std::uint64_t seed = 0;
-    std::vector<int, omi_Allocator<int>> entered;
+    std::vector<int, omi_Allocator<int>> handedOut;
     std::map<int, std::shared_ptr<cls_CowHolder>> holders;
 };

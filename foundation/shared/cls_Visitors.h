@@ -191,6 +191,16 @@ class KTSBASSHARED_API cls_ReadVisitor {
                                                                   std::uint32_t classId) = 0;
 };
 
+/// The class id of `object` itself: `DynTypeId()` where its class has it, else `TypeId()`.
+template <class T>
+[[nodiscard]] std::uint32_t cls_ClassOf(const T& object) {
+    if constexpr (requires { object.DynTypeId(); }) {
+        return object.DynTypeId();
+    } else {
+        return object.TypeId();
+    }
+}
+
 /// Writes `object`, embedded in its owner, as the object field `field`. An embedded value has no
 /// identity in the stream unless `uid` gives one.
 template <class T>
@@ -209,7 +219,7 @@ void cls_WriteCow(cls_WriteVisitor& visitor, const cls_FieldHandle& field, const
         return;
     }
     const auto& object = *handle.ConstGet();
-    if (auto nested = visitor.MakeWriteObjWithPtr(field, object.TypeId(), uid, &object)) {
+    if (auto nested = visitor.MakeWriteObjWithPtr(field, cls_ClassOf(object), uid, &object)) {
         object.DBWrite(*nested);
     }
 }

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "foundation/shared/bio_FilterState.h"
+#include "foundation/shared/cls_ClassRegistrar.h"
+
+/// The classes whose records have neither fixed block nor strings of their own: their bodies belong
+/// to readers of theirs. The first has a body even where the registrar does not know it.
+inline constexpr std::uint32_t idb_JAGGED_ARRAY_CLASS = 0x230005;
+inline constexpr std::uint32_t idb_OWN_BODY_CLASSES[] = {idb_JAGGED_ARRAY_CLASS, 0x1A0001,
+                                                         0x1A0007};
+/// The class id of a null record.
+inline constexpr std::uint32_t idb_NULL_CLASS = 1;
+/// As expected class: a record of any class.
+inline constexpr std::uint32_t idb_ANY_CLASS = 2;
+
+[[nodiscard]] bool idb_HasOwnBody(std::uint32_t classId) noexcept;
+
+/// Where a record keeps a field.
+enum class idb_StorageEnm : std::uint8_t { Nested, FourBytes, EightBytes, String };
+
+struct idb_FieldLayout {
+    cow_String name;
+    int kind;  ///< a `cls_KindEnm`
+    std::uint32_t classId;
+    cls_CollectionType collectionType;
+    idb_StorageEnm storage;
+    int place = 0;  ///< offset in the fixed block, or index among the strings
+};
+
+/// Where the records of one class keep their fields: the fixed block holds the numbers in ascending
+/// order of the field names, without padding; the strings follow in the order in which a
+/// `cow_Map` with the names as keys, entered in ascending order, visits them.
+class idb_RecordLayout {
+  public:
+    explicit idb_RecordLayout(const cls_ClassMetadata& metadata);
+
+    /// The field, or null.
+    [[nodiscard]] const idb_FieldLayout* Find(std::string_view fieldName) const noexcept;
+    [[nodiscard]] std::size_t FixedSize() const noexcept { return fixedSize; }
+    [[nodiscard]] std::size_t StringCount() const noexcept { return stringCount; }
+    [[nodiscard]] cls_CollectionType CollectionType() const noexcept { return collectionType; }
+
+  private:
+    std::vector<idb_FieldLayout> fields;
+    std::size_t fixedSize = 0;
+    std::size_t stringCount = 0;
+    cls_CollectionType collectionType;
+};
+
+/// What the mementos of one stream keep with it: the layouts of the classes that occur, each worked
+/// out once. The registrar's
+/// description of a class stays the same as long as a stream of it is written or read.
+class idb_StreamLayouts : public bio_FilterState {
+  public:
+    /// The layout of class `classId`, null when `registrar` does not know it. `state` belongs to
+    /// the stream's filter; the layout lives as long.
+    static const idb_RecordLayout* Find(std::unique_ptr<bio_FilterState>& state,
+                                        const cls_ClassRegistrar& registrar, std::uint32_t classId);
+
+    /// Counts one more nested record of the stream and answers how many there are.
+    [[nodiscard]] static std::int64_t CountRecord(std::unique_ptr<bio_FilterState>& state);
+
+  private:
+    static idb_StreamLayouts& Of(std::unique_ptr<bio_FilterState>& state);
+
+    const cls_ClassRegistrar* source = nullptr;
+    std::unordered_map<std::uint32_t, std::unique_ptr<idb_RecordLayout>> layouts;
+    std::uint32_t lastId = 0;
+    const idb_RecordLayout* last = nullptr;
+    std::int64_t records = 0;
+};
