@@ -3,8 +3,7 @@
 
 #include <benchmark/benchmark.h>
 
-#if __has_include(<Eigen/Geometry>)
-#define KTSOVU_BENCH_EIGEN
+#ifdef BENCH_HAS_EIGEN3
 #include <Eigen/Geometry>
 #endif
 
@@ -13,6 +12,7 @@
 #include <random>
 #include <vector>
 
+#include "bench/bench_Ratios.h"
 #include "gsl/gsl_Matrix.h"
 #include "gsl/gsl_Point.h"
 
@@ -76,7 +76,7 @@ void TransformPoints(benchmark::State& state) {
     }
 }
 
-#ifdef KTSOVU_BENCH_EIGEN
+#ifdef BENCH_HAS_EIGEN3
 void TransformEigenPoints(benchmark::State& state) {
     std::vector<Eigen::Vector3d> points;
     MakePoints([&](double x, double y, double z) { points.emplace_back(x, y, z); });
@@ -97,6 +97,11 @@ BENCHMARK(TransformEigenPoints)->Unit(benchmark::kMicrosecond);
 BENCHMARK(TransformPlainStructs)->Unit(benchmark::kMicrosecond);
 BENCHMARK(TransformPoints)->Unit(benchmark::kMicrosecond);
 
+constexpr bench_Ratio kRatios[] = {
+    {"TransformPoints", "TransformPlainStructs", 1.2},
+    {"TransformPoints", "TransformEigenPoints", 2.0},
+};
+
 }  // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) { return bench_Main(argc, argv, kRatios); }
