@@ -83,23 +83,19 @@ TEST(KTSOvuGsl, RegistersItsClassesAndWithdrawsThem) {
         unsigned flags;
         std::uint32_t row;
         const char* fields;
-        bool hasCowDtor;
     } classes[] = {
-        {&gsl_BBox::InitializeMetadata, 3, 7, "_high 15 _low 15 ", false},
-        {&gsl_ModelSegment::InitializeMetadata, 7, 11, "_entityId 5 _instanceId 5 _segment 15 ",
-         false},
-        {&gsl_Plane::InitializeMetadata, 3, 4, "_normal 15 _origin 15 ", true},
-        {&gsl_PlaneArray::InitializeMetadata, 3, 13, "_objects 8 ", false},
-        {&gsl_Point::InitializeMetadata, 7, 1, "_x 10 _y 10 _z 10 ", true},
-        {&gsl_Segment::InitializeMetadata, 3, 8, "_end 15 _start 15 ", false},
-        {&gsl_StLine::InitializeMetadata, 3, 6, "_direction 15 _origin 15 ", true},
-        {&gsl_LineArray::InitializeMetadata, 3, 10, "_objects 8 ", false},
-        {&gsl_PersistentVector::InitializeMetadata, 7, 3, "_magnitude 10 _x 10 _y 10 _z 10 ",
-         false},
-        {&gsl_Dot::InitializeMetadata, 7, 5, "_entityId 5 _instanceId 5 _method 14 _point 15 ",
-         true},
-        {&gsl_DotArray::InitializeMetadata, 3, 14, "_objects 8 ", false},
-        {&gsl_PersistentMatrix::InitializeMetadata, 7, 2, "DDBmatrix 15 _is_identity 5 ", false},
+        {&gsl_BBox::InitializeMetadata, 3, 7, "_high 15 _low 15 "},
+        {&gsl_ModelSegment::InitializeMetadata, 7, 11, "_entityId 5 _instanceId 5 _segment 15 "},
+        {&gsl_Plane::InitializeMetadata, 3, 4, "_normal 15 _origin 15 "},
+        {&gsl_PlaneArray::InitializeMetadata, 3, 13, "_objects 8 "},
+        {&gsl_Point::InitializeMetadata, 7, 1, "_x 10 _y 10 _z 10 "},
+        {&gsl_Segment::InitializeMetadata, 3, 8, "_end 15 _start 15 "},
+        {&gsl_StLine::InitializeMetadata, 3, 6, "_direction 15 _origin 15 "},
+        {&gsl_LineArray::InitializeMetadata, 3, 10, "_objects 8 "},
+        {&gsl_PersistentVector::InitializeMetadata, 7, 3, "_magnitude 10 _x 10 _y 10 _z 10 "},
+        {&gsl_Dot::InitializeMetadata, 7, 5, "_entityId 5 _instanceId 5 _method 14 _point 15 "},
+        {&gsl_DotArray::InitializeMetadata, 3, 14, "_objects 8 "},
+        {&gsl_PersistentMatrix::InitializeMetadata, 7, 2, "DDBmatrix 15 _is_identity 5 "},
     };
     const int before = Registrar().Size();
     {
@@ -113,7 +109,8 @@ TEST(KTSOvuGsl, RegistersItsClassesAndWithdrawsThem) {
             const cls_ClassMetadata* metadata = Registrar().ClassRegistrar().Find(typeId);
             ASSERT_NE(metadata, nullptr) << c.row;
             EXPECT_EQ(metadata->Name(), typ_ArchCompTable::Name(typeId));
-            EXPECT_EQ(metadata->CowDtor() != nullptr, c.hasCowDtor) << c.row;
+            EXPECT_NE(metadata->Ctor(), nullptr) << c.row;
+            EXPECT_TRUE(metadata->CowDtor() || c.row == 7) << c.row;
             std::string fields;
             for (const cls_AttributeMetadata& field : metadata->Attributes()) {
                 fields.append(field.name.View()).append(" ");

@@ -29,6 +29,7 @@ void gsl_ModelSegment::DBWrite(cls_WriteVisitor& visitor) const {
 
 void gsl_ModelSegment::InitializeMetadata(cls_ClassRegistrar& registrar) {
     cls_ClassMetadata metadata("gsl_ModelSegment", TypeId(), &Ctor);
+    metadata.SetCowDtor([](void* object) { delete static_cast<gsl_ModelSegment*>(object); });
     metadata.AddAttribute(kSegment.Name(), cls_KIND_EMBEDDED_OBJ, gsl_Segment::TypeId())
         .AddAttribute(kInstanceId.Name(), cls_KIND_INT)
         .AddAttribute(kEntityId.Name(), cls_KIND_INT);

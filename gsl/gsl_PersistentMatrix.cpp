@@ -34,6 +34,7 @@ void gsl_PersistentMatrix::DBWrite(cls_WriteVisitor& visitor) const {
 
 void gsl_PersistentMatrix::InitializeMetadata(cls_ClassRegistrar& registrar) {
     cls_ClassMetadata metadata("gsl_Matrix", TypeId(), &Ctor);
+    metadata.SetCowDtor([](void* object) { delete static_cast<gsl_PersistentMatrix*>(object); });
     metadata.AddAttribute(kIsIdentity.Name(), cls_KIND_INT)
         .AddAttribute(kEntries.Name(), cls_KIND_EMBEDDED_OBJ, cls_2D_ARRAY_CLASS);
     registrar.AddClass(metadata);

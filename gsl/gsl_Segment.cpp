@@ -31,6 +31,7 @@ void gsl_Segment::DBWrite(cls_WriteVisitor& visitor) const {
 
 void gsl_Segment::InitializeMetadata(cls_ClassRegistrar& registrar) {
     cls_ClassMetadata metadata("gsl_Segment", TypeId(), &Ctor);
+    metadata.SetCowDtor([](void* object) { delete static_cast<gsl_Segment*>(object); });
     metadata.AddAttribute(kStart.Name(), cls_KIND_EMBEDDED_OBJ, gsl_Point::TypeId())
         .AddAttribute(kEnd.Name(), cls_KIND_EMBEDDED_OBJ, gsl_Point::TypeId());
     registrar.AddClass(metadata);

@@ -88,6 +88,7 @@ void omu_xoObjVarray<T>::DBWrite(cls_WriteVisitor& visitor) const {
 template <class T>
 void omu_xoObjVarray<T>::InitializeMetadata(cls_ClassRegistrar& registrar) {
     cls_ClassMetadata metadata(Traits::kClassName, TypeId(), &Ctor);
+    metadata.SetCowDtor([](void* object) { delete static_cast<omu_xoObjVarray*>(object); });
     metadata.AddAttribute(kObjects.Name(), cls_KIND_COLLECTION, 0, cls_LIST_OBJ);
     registrar.AddClass(metadata);
 }
