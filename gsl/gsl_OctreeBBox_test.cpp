@@ -1,0 +1,395 @@
+#include "gsl/gsl_OctreeBBox.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "gsl/gsl_BoxMeasures.h"
+#include "gsl/gsl_Matrix.h"
+#include "testing/test_Random.h"
+
+namespace {
+
+using Boxes = std::vector<gsl_BBox>;
+using Pairs = std::set<std::pair<unsigned, unsigned>>;
+
+constexpr double linTol = 1e-6;
+const gsl_BBox rootBox(gsl_Point(0, 0, 0), gsl_Point(16, 16, 16));
+
+gsl_BBox CubeAt(double x, double y, double z, double side) {
+    return {gsl_Point(x, y, z), gsl_Point(x + side, y + side, z + side)};
+}
+
+gsl_BBox RandomBox(test_Random& random, double side) {
+    const auto place = [&random] { return random.Between(-1, 16.5); };
+    gsl_BBox box = CubeAt(place(), place(), place(), 0);
+    const gsl_Point& low = box.Low();
+    box.Add(gsl_Point(low.GetX() + random.Between(0, side), low.GetY() + random.Between(0, side),
+                      random.Below(3) ? low.GetZ() : low.GetZ() + random.Between(0, side)));
+    return box;
+}
+
+Boxes RandomBoxes(test_Random& random, unsigned count, double side) {
+    Boxes boxes;
+    while (boxes.size() < count) boxes.push_back(RandomBox(random, side));
+    return boxes;
+}
+
+gsl_BBox BoundsOf(const Boxes& boxes) {
+    gsl_BBox bounds;
+    for (const gsl_BBox& box : boxes) bounds.Add(box);
+    return bounds;
+}
+
+std::set<unsigned> ItemsOf(const omi_BlkBitVect& items) {
+    std::set<unsigned> listed;
+    for (const unsigned item : items) listed.insert(item);
+    return listed;
+}
+
+unsigned DeepestLeaf(const gsl_OctreeBBox& node) {
+    if (node.IsLeaf()) return node.Depth();
+    unsigned deepest = 0;
+    for (int k = 0; k < 8; ++k) deepest = std::max(deepest, DeepestLeaf(node.Child(k)));
+    return deepest;
+}
+
+std::vector<const gsl_OctreeBBox*> LeavesOf(const gsl_OctreeBBox& node) {
+    if (node.IsLeaf()) return {&node};
+    std::vector<const gsl_OctreeBBox*> leaves;
+    for (int k = 0; k < 8; ++k) {
+        const auto below = LeavesOf(node.Child(k));
+        leaves.insert(leaves.end(), below.begin(), below.end());
+    }
+    return leaves;
+}
+
+/// The tree by its rules alone, node by node through the box measures, without any shortcut. Leaves
+/// are refined where the boxes of the items are given.
+struct ModelNode {
+    gsl_BBox box;
+    unsigned maxDepth = 10;
+    const Boxes* itemBoxes = nullptr;
+    unsigned depth = 0;
+    std::set<unsigned> items = {};
+    std::vector<ModelNode> children = {};
+
+    std::vector<ModelNode> MakeChildren() const {
+        const double half[3] = {box.XLen() * 0.5, box.YLen() * 0.5, box.ZLen() * 0.5};
+        const auto corner = [&](int i, int j, int k) {
+            const gsl_Point& low = box.Low();
+            return gsl_Point(low.GetX() + i * half[0], low.GetY() + j * half[1],
+                             low.GetZ() + k * half[2]);
+        };
+        std::vector<ModelNode> made;
+        for (int i = 0; i < 2; ++i) {
+            for (int j = 0; j < 2; ++j) {
+                for (int k = 0; k < 2; ++k) {
+                    const gsl_BBox childBox(corner(i, j, k), corner(i + 1, j + 1, k + 1));
+                    made.push_back({childBox, maxDepth, itemBoxes, depth + 1, items});
+                }
+            }
+        }
+        return made;
+    }
+
+    bool Classify(unsigned item, const gsl_BBox& itemBox, double tol, bool subdivide) {
+        if (BoxBoxDistance(box, itemBox) > tol) {
+            items.erase(item);
+            return false;
+        }
+        const bool wasLeaf = children.empty();
+        if (wasLeaf && subdivide && depth < std::min(maxDepth, 4u)) {
+            const std::vector<ModelNode> made = MakeChildren();
+            const bool split = std::any_of(made.begin(), made.end(), [&](const ModelNode& child) {
+                return !child.box.Intersect(itemBox) || BoxBoxContainment(child.box, itemBox) > 0;
+            });
+            if (split) children = made;
+        }
+        if (!wasLeaf || children.empty()) items.insert(item);
+        for (ModelNode& child : children) {
+            child.Classify(item, itemBox, tol, subdivide && !wasLeaf);
+        }
+        return true;
+    }
+
+    void Refine(double tol) {
+        if (!itemBoxes || items.size() <= 2) return;
+        const std::set<unsigned> before = items;
+        for (const unsigned item : before) Classify(item, (*itemBoxes)[item], tol, true);
+    }
+
+    bool Intersect(ModelNode& other, const gsl_Matrix& placeThis, const gsl_Matrix& placeOther,
+                   Pairs& pairs, double tol) {
+        if (items.empty() || other.items.empty()) return false;
+        gsl_BBox placedThis = box;
+        gsl_BBox placedOther = other.box;
+        placedThis.Transform(placeThis);
+        placedOther.Transform(placeOther);
+        if (BoxBoxDistance(placedThis, placedOther) > tol) return false;
+        Pairs all;
+        for (const unsigned i : items) {
+            for (const unsigned j : other.items) all.emplace(i, j);
+        }
+        if (std::includes(pairs.begin(), pairs.end(), all.begin(), all.end())) return true;
+        const auto descend = [&](ModelNode& a, ModelNode& b) {
+            a.Intersect(b, placeThis, placeOther, pairs, tol);
+        };
+        if (!children.empty() && other.children.empty()) {
+            for (ModelNode& child : children) descend(child, other);
+        } else if (!children.empty()) {
+            for (ModelNode& child : children) {
+                for (ModelNode& otherChild : other.children) descend(child, otherChild);
+            }
+        } else if (!other.children.empty()) {
+            for (ModelNode& otherChild : other.children) descend(*this, otherChild);
+        } else {
+            if (depth < maxDepth && other.depth < other.maxDepth) {
+                Refine(tol);
+                other.Refine(tol);
+            }
+            if (!children.empty() || !other.children.empty()) {
+                descend(*this, other);
+            } else {
+                for (const unsigned i : items) {
+                    for (const unsigned j : other.items) pairs.emplace(i, j);
+                }
+            }
+        }
+        return true;
+    }
+};
+
+void ExpectSame(const ModelNode& model, const gsl_OctreeBBox& node) {
+    ASSERT_EQ(ItemsOf(node.Items()), model.items);
+    ASSERT_EQ(node.Depth(), model.depth);
+    for (int axis = 0; axis < 3; ++axis) {
+        ASSERT_EQ(node.GetBox().Low()[axis], model.box.Low()[axis]);
+        ASSERT_EQ(node.GetBox().High()[axis], model.box.High()[axis]);
+    }
+    ASSERT_EQ(node.IsLeaf(), model.children.empty());
+    for (std::size_t k = 0; k < model.children.size(); ++k) {
+        ASSERT_NO_FATAL_FAILURE(ExpectSame(model.children[k], node.Child(static_cast<int>(k))));
+    }
+}
+
+/// A tree over boxes, filled by the rules of use.
+struct FilledTree {
+    explicit FilledTree(const Boxes& itemBoxes)
+        : boxes(itemBoxes), root(BoundsOf(boxes), nullptr, 10, 0, false) {
+        for (const bool subdivide : {true, false}) {
+            for (unsigned i = 0; i < boxes.size(); ++i) {
+                root.Classify(i, boxes[i], linTol, subdivide);
+            }
+        }
+    }
+
+    Boxes boxes;
+    gsl_OctreeBBox root;
+};
+
+Pairs Listed(const gsl_OctreeBBox::PairTable& table) {
+    Pairs pairs;
+    gsl_OctreeBBox::ForEachPair(table, [&](unsigned i, unsigned j) { pairs.emplace(i, j); });
+    return pairs;
+}
+
+Pairs PairsOf(gsl_OctreeBBox& a, gsl_OctreeBBox& b, double tol,
+              const gsl_Matrix& placeA = gsl_Matrix(), const gsl_Matrix& placeB = gsl_Matrix()) {
+    gsl_OctreeBBox::PairTable table;
+    a.Intersect(b, placeA, placeB, table, tol);
+    const Pairs pairs = Listed(table);
+    gsl_OctreeBBox::FreePairs(table);
+    EXPECT_TRUE(table.IsEmpty());
+    return pairs;
+}
+
+/// What the owner of the items does for the callback.
+void GiveBox(void* user, unsigned item, gsl_BBox* box) {
+    EXPECT_TRUE(box->IsEmpty());
+    *box = (*static_cast<const Boxes*>(user))[item];
+}
+
+TEST(gsl_OctreeBBox, ClassifiesByTheRules) {
+    for (std::uint64_t seed = 1; seed <= 12; ++seed) {
+        SCOPED_TRACE(seed);
+        test_Random random(seed);
+        const unsigned maxDepth = static_cast<unsigned>(random.Below(7));
+        gsl_OctreeBBox tree(rootBox, nullptr, maxDepth, 0, false);
+        ModelNode model{rootBox, maxDepth};
+        const double tols[] = {0, 1e-6, 0.3, 2};
+        for (int step = 0; step < 120; ++step) {
+            const unsigned item = static_cast<unsigned>(random.Below(30)) * 17;
+            const double sides[] = {0.1, 3, 40};
+            gsl_BBox box = RandomBox(random, sides[random.Below(3)]);
+            if (random.Below(20) == 0) box.Vacate();
+            if (random.Below(10) == 0) box = CubeAt(4, 8, 0, 4);
+            const double tol = tols[random.Below(4)];
+            const bool subdivide = random.Below(2) == 0;
+            ASSERT_EQ(tree.Classify(item, box, tol, subdivide),
+                      model.Classify(item, box, tol, subdivide));
+            ASSERT_NO_FATAL_FAILURE(ExpectSame(model, tree));
+        }
+    }
+}
+
+TEST(gsl_OctreeBBox, QueryGathersTheItemsOfNearLeaves) {
+    test_Random random(21);
+    const FilledTree tree(RandomBoxes(random, 300, 1));
+    for (int i = 0; i < 100; ++i) {
+        const gsl_BBox query = RandomBox(random, 2);
+        const double tol = random.Below(2) ? 0.4 : linTol;
+        omi_BlkBitVect found;
+        found.Set(1000);
+        EXPECT_TRUE(tree.root.Intersect(query, tol, found));
+        std::set<unsigned> expected = {1000};
+        for (const gsl_OctreeBBox* leaf : LeavesOf(tree.root)) {
+            if (BoxBoxDistance(leaf->GetBox(), query) <= tol) {
+                expected.merge(ItemsOf(leaf->Items()));
+            }
+        }
+        ASSERT_EQ(ItemsOf(found), expected);
+        for (unsigned item = 0; item < 300; ++item) {
+            if (BoxBoxDistance(tree.boxes[item], query) < tol - linTol) {
+                ASSERT_TRUE(found.Test(item));
+            }
+        }
+    }
+    omi_BlkBitVect none;
+    EXPECT_TRUE(tree.root.Intersect(CubeAt(40, 0, 0, 1), 20, none));
+    EXPECT_TRUE(none.IsEmpty());
+}
+
+TEST(gsl_OctreeBBox, LosesNoPairOfPlacedTrees) {
+    test_Random random(41);
+    FilledTree a(RandomBoxes(random, 300, 0.3));
+    FilledTree b(RandomBoxes(random, 300, 0.3));
+    for (int i = 0; i < 6; ++i) {
+        // Placed without a rotation at first: the boxes themselves are compared then.
+        const double angleRad = i < 2 ? 0 : random.Between(0, 3);
+        gsl_Matrix placeA;
+        placeA.AxisRotation(gsl_Vector(1, random.Between(-1, 1), 0), angleRad);
+        gsl_Matrix placeB;
+        placeB.SetTranslation(gsl_Vector(random.Between(-9, 9), random.Between(-9, 9), 3));
+        const Pairs found = PairsOf(a.root, b.root, 0.5 + 2 * linTol, placeA, placeB);
+        EXPECT_LT(found.size(), 30000u);
+        const auto placed = [angleRad](const gsl_BBox& box, const gsl_Matrix& place) {
+            gsl_BBox at = angleRad == 0 ? box : gsl_BBox(box.Center(), box.Center());
+            at.Transform(place);
+            return at;
+        };
+        for (unsigned first = 0; first < 300; ++first) {
+            const gsl_BBox p = placed(a.boxes[first], placeA);
+            for (unsigned second = 0; second < 300; ++second) {
+                if (BoxBoxDistance(p, placed(b.boxes[second], placeB)) > 0.5) continue;
+                ASSERT_EQ(found.count({first, second}), 1u) << first << ' ' << second;
+            }
+        }
+    }
+}
+
+TEST(gsl_OctreeBBox, PairsAndRefinesByTheRules) {
+    for (std::uint64_t seed = 1; seed <= 40; ++seed) {
+        SCOPED_TRACE(seed);
+        test_Random random(seed);
+        Boxes boxes[2];
+        std::vector<ModelNode> models;
+        std::vector<std::unique_ptr<gsl_OctreeBBox>> trees;
+        for (int k = 0; k < 2; ++k) {
+            boxes[k] = RandomBoxes(random, 1 + static_cast<unsigned>(random.Below(30)), 3);
+            const unsigned maxDepth = static_cast<unsigned>(random.Below(7));
+            models.push_back({BoundsOf(boxes[k]), maxDepth});
+            trees.push_back(
+                std::make_unique<gsl_OctreeBBox>(models[k].box, &boxes[k], maxDepth, 0, false));
+            if (random.Below(2)) {
+                models[k].itemBoxes = &boxes[k];
+                trees[k]->SetCallback(&GiveBox);
+            }
+            for (int pass = random.Below(3); pass >= 0; --pass) {
+                const bool subdivide = random.Below(2) == 0;
+                for (unsigned i = 0; i < boxes[k].size(); ++i) {
+                    models[k].Classify(i, boxes[k][i], linTol, subdivide);
+                    trees[k]->Classify(i, boxes[k][i], linTol, subdivide);
+                }
+            }
+        }
+        gsl_Matrix place;
+        if (random.Below(2)) place.AxisRotation(gsl_Vector(1, 2, 3), random.Between(-1, 1));
+        gsl_OctreeBBox::PairTable table;
+        Pairs expected;
+        for (const double tol : {0.0, 1.0}) {
+            EXPECT_EQ(trees[0]->Intersect(*trees[1], place, gsl_Matrix(), table, tol),
+                      models[0].Intersect(models[1], place, gsl_Matrix(), expected, tol));
+            EXPECT_EQ(Listed(table), expected);
+        }
+        gsl_OctreeBBox::FreePairs(table);
+        for (int k = 0; k < 2; ++k) ASSERT_NO_FATAL_FAILURE(ExpectSame(models[k], *trees[k]));
+    }
+}
+
+TEST(gsl_OctreeBBox, PairsItemsOfTheHighestNumbers) {
+    gsl_OctreeBBox a(rootBox, nullptr, 10, 0, false);
+    gsl_OctreeBBox b(rootBox, nullptr, 10, 0, false);
+    const unsigned numbers[] = {0, 0x7fffffffu, 0x80000000u, 0xffffffffu};
+    Pairs expected;
+    for (const unsigned i : numbers) {
+        a.Classify(i, rootBox, 0, false);
+        b.Classify(i, rootBox, 0, false);
+        for (const unsigned j : numbers) expected.emplace(i, j);
+    }
+    EXPECT_EQ(PairsOf(a, b, 0), expected);
+}
+
+TEST(gsl_OctreeBBox_Kept, SubtreesBuiltByHandMayBeDeeperThanFour) {
+    const gsl_OctreeBBox node(rootBox, nullptr, 10, 4, true);
+    ASSERT_FALSE(node.IsLeaf());
+    EXPECT_EQ(node.Child(0).Depth(), 5u);
+    EXPECT_TRUE(node.Child(0).IsLeaf());
+    EXPECT_TRUE(gsl_OctreeBBox(rootBox, nullptr, 4, 4, true).IsLeaf());
+}
+
+TEST(gsl_OctreeBBox_Kept, SplittingLeafLeavesItsOwnBitUnset) {
+    gsl_OctreeBBox a(rootBox, nullptr, 10, 0, false);
+    gsl_OctreeBBox b(rootBox, nullptr, 10, 0, false);
+    const gsl_BBox item = CubeAt(1, 1, 1, 2);
+    for (gsl_OctreeBBox* tree : {&a, &b}) tree->Classify(0, item, linTol, true);
+    EXPECT_TRUE(a.Items().IsEmpty());
+    EXPECT_TRUE(a.Child(0).Items().Test(0));
+    gsl_OctreeBBox::PairTable pairs;
+    EXPECT_FALSE(a.Intersect(b, gsl_Matrix(), gsl_Matrix(), pairs, 1));
+    EXPECT_TRUE(pairs.IsEmpty());
+    for (gsl_OctreeBBox* tree : {&a, &b}) tree->Classify(0, item, linTol, false);
+    EXPECT_EQ(PairsOf(a, b, 1), (Pairs{{0, 0}}));
+}
+
+TEST(gsl_OctreeBBox_Kept, LeavesEndAtDepthFour) {
+    gsl_OctreeBBox root(rootBox, nullptr, 10, 0, false);
+    const gsl_BBox item = CubeAt(0.1, 0.1, 0.1, 0.01);
+    for (unsigned call = 1; call <= 8; ++call) {
+        root.Classify(0, item, linTol, true);
+        EXPECT_EQ(DeepestLeaf(root), std::min(call, 4u));
+    }
+}
+
+TEST(gsl_OctreeBBox_Kept, RefinementNeedsBothDepthsBelowTheirMaximum) {
+    Boxes boxes;
+    for (int i = 0; i < 4; ++i) boxes.push_back(CubeAt(4 * i, 4 * i, 4 * i, 1));
+    const auto count = [&boxes](unsigned maxDepth) {
+        gsl_OctreeBBox shallow(rootBox, &boxes, maxDepth, 0, false);
+        gsl_OctreeBBox roomy(rootBox, &boxes, 10, 0, false);
+        for (gsl_OctreeBBox* tree : {&shallow, &roomy}) {
+            tree->SetCallback(&GiveBox);
+            for (unsigned i = 0; i < 4; ++i) tree->Classify(i, boxes[i], linTol, false);
+        }
+        return PairsOf(shallow, roomy, 0.1).size();
+    };
+    EXPECT_EQ(count(0), 16u);
+    EXPECT_LT(count(5), 16u);
+}
+
+}  // namespace
