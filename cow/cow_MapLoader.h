@@ -18,7 +18,7 @@
 template <class K, class V>
 class cow_MapLoader {
   public:
-    explicit cow_MapLoader(std::int64_t stepBudget) noexcept { static_cast<void>(stepBudget); }
+    explicit cow_MapLoader(std::int64_t stepBudget) { static_cast<void>(stepBudget); }
 
     /// Adds the entry, or overwrites the value of `key`. False, and the entry is not taken, once
     /// the step budget is used up (never for integer keys).
