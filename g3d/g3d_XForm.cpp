@@ -26,6 +26,7 @@ bool Solve(const g3d_Double3 (&rows)[3], const g3d_Double3& right, g3d_Point& so
 }
 
 /// Products of two floats are exact in double; the three sums round in the order of the columns.
+/// Points are widened a block at a time: coordinates are then broadcast by the load itself.
 G3D_KERNEL_BODY void TransformAll(const float (*columns)[4], float* images, const float* points,
                                   std::size_t count) {
     g3d_Double4 c[4];
@@ -34,11 +35,20 @@ G3D_KERNEL_BODY void TransformAll(const float (*columns)[4], float* images, cons
         g3d_Load(column, columns[i]);
         c[i] = __builtin_convertvector(column, g3d_Double4);
     }
-    for (std::size_t i = 0; i < 4 * count; i += 4) {
-        const g3d_Double4 sum =
-            c[0] * static_cast<double>(points[i]) + c[1] * static_cast<double>(points[i + 1]) +
-            c[2] * static_cast<double>(points[i + 2]) + c[3] * static_cast<double>(points[i + 3]);
-        g3d_Store(images + i, __builtin_convertvector(sum, g3d_Float4));
+    constexpr std::size_t kBlock = 4 * std::size_t{32};
+    double wide[kBlock];
+    for (std::size_t first = 0; first < 4 * count; first += kBlock) {
+        const std::size_t size = std::min(kBlock, 4 * count - first);
+        for (std::size_t i = 0; i < size; i += 4) {
+            g3d_Float4 point;
+            g3d_Load(point, points + first + i);
+            g3d_Store(wide + i, __builtin_convertvector(point, g3d_Double4));
+        }
+        for (std::size_t i = 0; i < size; i += 4) {
+            const g3d_Double4 sum =
+                c[0] * wide[i] + c[1] * wide[i + 1] + c[2] * wide[i + 2] + c[3] * wide[i + 3];
+            g3d_Store(images + first + i, __builtin_convertvector(sum, g3d_Float4));
+        }
     }
 }
 
