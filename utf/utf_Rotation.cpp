@@ -1,3 +1,5 @@
+#include "utf/utf_Rotation.h"
+
 #include <cmath>
 #include <cstdio>
 
@@ -15,63 +17,21 @@ namespace {
 
 constexpr int three = 3;
 
-void ReportCalquatError(int number) { std::printf("SYSTEM ERROR %d IN CALQUAT\n", number); }
-
-/// The largest of the trace (0) and the diagonal entries (1 to 3): the trace wins every tie, else
-/// the higher index.
-[[gnu::always_inline]] inline unsigned LargestPivot(double t, const double (&pivot)[4]) {
-    double m = t;
-    for (int i = 1; i < 4; ++i) m = pivot[i] > m ? pivot[i] : m;
-    unsigned largest = 1;
-    largest = m == pivot[2] ? 2 : largest;
-    largest = m == pivot[3] ? 3 : largest;
-    return m == t ? 0 : largest;
-}
-
-/// The one body of `utf_calquat`. With 0-based column-major storage entry (i, j) is r[i + 3 j].
-[[gnu::always_inline]] inline void QuaternionOf(double* q, const double* r, bool scalarFirst) {
-    const double t = r[0] + r[4] + r[8];
-    const double pivot[4] = {t, r[0], r[4], r[8]};
-    const unsigned largest = LargestPivot(t, pivot);
-    double* const vector = scalarFirst ? q + 1 : q;
-    double* const scalar = scalarFirst ? q : q + 3;
-    if (largest == 0) {
-        if (t <= -1) ReportCalquatError(1);
-        const double w = 0.5 * std::sqrt(t + 1);
-        const double d = 4 * w;
-        vector[0] = (r[5] - r[7]) / d;
-        vector[1] = (r[6] - r[2]) / d;
-        vector[2] = (r[1] - r[3]) / d;
-        *scalar = w;
-        return;
-    }
-    // The three other cases are one, with the axes taken in cyclic order from the largest.
-    const unsigned i = largest - 1;
-    const unsigned j = largest % 3;
-    const unsigned k = (largest + 1) % 3;
-    const double square = 0.5 * pivot[largest] + 0.25 * (1 - t);
-    if (square < 0) ReportCalquatError(3);
-    const double component = std::sqrt(square);
-    const double d = 4 * component;
-    vector[i] = component;
-    vector[j] = (r[j + 3 * i] + r[i + 3 * j]) / d;
-    vector[k] = (r[k + 3 * i] + r[i + 3 * k]) / d;
-    *scalar = (r[k + 3 * j] - r[j + 3 * k]) / d;
-}
-
-void QuaternionOfGeneric(double* q, const double* r, bool scalarFirst) {
-    QuaternionOf(q, r, scalarFirst);
-}
+void QuaternionOfGeneric(double* q, const double* r) { utf_QuaternionOfRotation(q, r); }
 
 #if UTF_HAS_AVX2_BUILD
-[[gnu::target("avx2")]] void QuaternionOfAvx2(double* q, const double* r, bool scalarFirst) {
-    QuaternionOf(q, r, scalarFirst);
-}
-
-bool UseAvx2() {
-    return (KTSBasOmniFeatureIndicator() & KTSBAS_CPU_AVX2) != 0 && __builtin_cpu_supports("avx2");
+[[gnu::target("avx2")]] void QuaternionOfAvx2(double* q, const double* r) {
+    utf_QuaternionOfRotation(q, r);
 }
 #endif
+
+/// True when the norm of `q` differs from 1 by more than 0.01. Most quaternions are told by the
+/// squared norm, without the root.
+bool IsFarFromUnit(const double* q) {
+    const double normSquared = q[0] * q[0] + q[1] * q[1] + q[2] * q[2] + q[3] * q[3];
+    if (normSquared > 0.981 && normSquared < 1.020) return false;
+    return std::fabs(std::sqrt(normSquared) - 1) > 0.01;
+}
 
 /// Selector of `utf_sprind` for an element code.
 int SelectorOf(int code) {
@@ -81,19 +41,11 @@ int SelectorOf(int code) {
 
 }  // namespace
 
+void utf_ReportCalquatError(int number) { std::printf("SYSTEM ERROR %d IN CALQUAT\n", number); }
+
 void ktsovuutf_quat2rot3d(const double* q, double* r, int* flag) {
-    const double x = q[0], y = q[1], z = q[2], w = q[3];
-    *flag = std::fabs(std::sqrt(x * x + y * y + z * z + w * w) - 1) > 0.01 ? 1 : 0;
-    const double a = 2 * (w * w) - 1;
-    r[0] = 2 * (x * x) + a;
-    r[1] = 2 * (x * y + w * z);
-    r[2] = 2 * (x * z - w * y);
-    r[3] = 2 * (x * y - w * z);
-    r[4] = 2 * (y * y) + a;
-    r[5] = 2 * (y * z + w * x);
-    r[6] = 2 * (x * z + w * y);
-    r[7] = 2 * (y * z - w * x);
-    r[8] = 2 * (z * z) + a;
+    *flag = IsFarFromUnit(q) ? 1 : 0;
+    utf_RotationOfQuaternion(r, q);
 }
 
 void ktsovu_rotmatfromrotvect(double* r, const double* v, const double* tol) {
@@ -118,10 +70,18 @@ void ktsovu_rotmatfromrotvect(double* r, const double* v, const double* tol) {
 }
 
 void utf_calquat(double* q, const double* r, const int* scalarFirst) {
+    double vectorFirst[4];
 #if UTF_HAS_AVX2_BUILD
-    if (UseAvx2()) return QuaternionOfAvx2(q, r, *scalarFirst != 0);
+    if (KTSBasOmniMayUse(KTSBAS_CPU_AVX2)) {
+        QuaternionOfAvx2(vectorFirst, r);
+    } else {
+        QuaternionOfGeneric(vectorFirst, r);
+    }
+#else
+    QuaternionOfGeneric(vectorFirst, r);
 #endif
-    QuaternionOfGeneric(q, r, *scalarFirst != 0);
+    const int shift = *scalarFirst != 0 ? 1 : 0;
+    for (int i = 0; i < 4; ++i) q[(i + shift) % 4] = vectorFirst[i];
 }
 
 void utf_getquat(double* q, double* r) {

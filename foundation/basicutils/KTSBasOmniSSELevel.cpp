@@ -65,9 +65,18 @@ void PutNotifiedIntoEnvironment() {
 
 }  // namespace
 
+constinit std::uint64_t KTSBasOmniUsableFeatures = 0;
+
 std::uint64_t KTSBasOmniFeatureIndicator() noexcept {
     if (featureIndicator == 0) featureIndicator = ReadFeatures();
     return featureIndicator;
+}
+
+std::uint64_t KTSBasOmniReadUsableFeatures() noexcept {
+    if (KTSBasOmniUsableFeatures == 0) {
+        KTSBasOmniUsableFeatures = KTSBasOmniFeatureIndicator() & ReadFeatures();
+    }
+    return KTSBasOmniUsableFeatures;
 }
 
 void KTSBasOmniSetSSELevel() {
@@ -75,6 +84,7 @@ void KTSBasOmniSetSSELevel() {
     if (!value) return;
     const bool notified = std::getenv("ZRX_SSE_LEVEL_NOTIFIED") != nullptr;
     featureIndicator = ReadFeatures();
+    KTSBasOmniUsableFeatures = featureIndicator;
     if (notified) {
         std::fprintf(stderr, "--- INTEL_CPU_FEATURE_INDICATOR : %llx\n",
                      static_cast<unsigned long long>(featureIndicator));
@@ -83,6 +93,7 @@ void KTSBasOmniSetSSELevel() {
     if (!level) return;
     // The level's own bit and all below it.
     featureIndicator = level->feature | (level->feature - 1);
+    KTSBasOmniUsableFeatures &= featureIndicator;
     if (!notified) return;
     std::fprintf(stderr, ">>> SSE LEVEL OVERRIDE! ENFORCED LEVEL: %s\n", level->displayName);
     std::fprintf(stderr, ">>> INTEL_CPU_FEATURE_INDICATOR : %llx\n",

@@ -24,6 +24,20 @@ enum KTSBasCpuFeatureEnm : std::uint64_t {
 /// `KTSBasOmniSetSSELevel`.
 [[nodiscard]] KTSOVUBASICUTILS_API std::uint64_t KTSBasOmniFeatureIndicator() noexcept;
 
+/// The features of the indicator that the processor has, 0 before they are first asked for.
+KTSOVUBASICUTILS_API extern std::uint64_t KTSBasOmniUsableFeatures;
+
+/// Reads the processor when nobody has yet, and answers `KTSBasOmniUsableFeatures`.
+KTSOVUBASICUTILS_API std::uint64_t KTSBasOmniReadUsableFeatures() noexcept;
+
+/// True when numeric code may use `feature` now: the indicator allows it and the processor has it.
+/// Costs a load and a test, so that a choice can be made in every call.
+[[nodiscard]] inline bool KTSBasOmniMayUse(KTSBasCpuFeatureEnm feature) noexcept {
+    const std::uint64_t usable =
+        KTSBasOmniUsableFeatures != 0 ? KTSBasOmniUsableFeatures : KTSBasOmniReadUsableFeatures();
+    return (usable & feature) != 0;
+}
+
 /// Forces the feature indicator to the level named by the environment variable ZRX_SSE_LEVEL;
 /// nothing when it is unset.
 ///
