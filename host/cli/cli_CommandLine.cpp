@@ -1,0 +1,122 @@
+#include "host/cli/cli_CommandLine.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <exception>
+#include <iostream>
+#include <limits>
+#include <new>
+#include <optional>
+#include <string>
+
+#include "host/cli/cli_Commands.h"
+#include "host/model/hst_Classes.h"
+#include "host/model/hst_Error.h"
+#include "host/model/hst_PartName.h"
+
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kBadInput = 2;
+
+constexpr const char* kDescription =
+    "Looks into mesh and assembly files and keeps what it finds in a database.";
+constexpr const char* kFooter =
+    "Exit status: 0 done; 2 bad input or wrong usage, with one line on standard error.\n"
+    "'ktsovu COMMAND --help' tells the options of a command.";
+
+std::string DefaultLimit(int base, int perMiB) {
+    return std::to_string(base) + " plus " + std::to_string(perMiB) + " for every MiB of the file)";
+}
+
+template <class T>
+void AddLimit(CLI::App& command, const std::string& name, std::optional<T>& limit,
+              const std::string& unit, const std::string& description) {
+    const CLI::Range positive(1, std::numeric_limits<int>::max());
+    command.add_option(name, limit, description)
+        ->type_name(unit)
+        ->check(CLI::Validator(positive).description(""));
+}
+
+void AddInspect(CLI::App& app, cli_InspectRequest& request) {
+    CLI::App* command = app.add_subcommand(
+        "inspect",
+        "Read models and print a table of their parts: triangles and box in model space.");
+    command
+        ->add_option("MODEL", request.models, "STL, OBJ, PLY, OFF, 3MF, glTF, Collada or IFC file")
+        ->required();
+    command
+        ->add_option("--save", request.database,
+                     "Save the parts in this database, in place of those saved there before")
+        ->type_name("FILE.db");
+    command->add_flag("--json", request.json, "Print JSON, with every number in full");
+    AddLimit(*command, "--memory-limit", request.limits.memoryMiB, "MIB",
+             "Memory that reading one model may take (default: " +
+                 DefaultLimit(imp_ReadLimits::BASE_MIB, imp_ReadLimits::MIB_PER_MIB));
+    AddLimit(*command, "--time-limit", request.limits.seconds, "SECONDS",
+             "Time that reading one model may take (default: " +
+                 DefaultLimit(imp_ReadLimits::BASE_SECONDS, imp_ReadLimits::SECONDS_PER_MIB));
+    command->footer(
+        "Lengths are in the unit of the file. A part is what one node of the scene places; parts "
+        "of\n"
+        "the same name are told apart by '#2', '#3' and so on. A model is read in a process of "
+        "its\n"
+        "own, which is ended at the limits: a model that needs more is refused.");
+    command->callback([&request] { cli_Inspect(request); });
+}
+
+void AddShow(CLI::App& app, cli_ShowRequest& request) {
+    CLI::App* command = app.add_subcommand(
+        "show", "Print the table of the parts in a database, as 'inspect' printed it.");
+    command->add_option("FILE.db", request.database, "A database that 'inspect --save' wrote")
+        ->required();
+    command->add_flag("--json", request.json, "Print JSON, with every number in full");
+    command->callback([&request] { cli_Show(request); });
+}
+
+int Fail(const std::string& cause) {
+    std::cerr << "ktsovu: " << hst_CleanName(cause) << std::endl;
+    return kBadInput;
+}
+
+int FailUsage(const std::string& cause) {
+    return Fail(cause + " ('ktsovu --help' tells the usage)");
+}
+
+int Parse(CLI::App& app, int argumentCount, char** arguments) {
+    try {
+        app.parse(argumentCount, arguments);
+        return kDone;
+    } catch (const CLI::Success& request) {  // --help, --version
+        return app.exit(request);
+    } catch (const CLI::RequiredError& error) {
+        if (!app.get_subcommands().empty()) return FailUsage(error.what());
+        return FailUsage(argumentCount > 1 ? std::string("'") + arguments[1] + "' is no command"
+                                           : "a command is required");
+    } catch (const CLI::Error& error) {
+        return FailUsage(error.what());
+    }
+}
+
+}  // namespace
+
+int cli_Run(int argumentCount, char** arguments) {
+    try {
+        const hst_ClassRegistration classes;
+        CLI::App app(kDescription, "ktsovu");
+        app.set_version_flag("--version", "ktsovu " KTSOVU_VERSION, "Print the version and exit");
+        app.set_help_flag("--help", "Print this help and exit");
+        app.footer(kFooter);
+        app.require_subcommand(1);
+        cli_InspectRequest inspect;
+        cli_ShowRequest show;
+        AddInspect(app, inspect);
+        AddShow(app, show);
+        return Parse(app, argumentCount, arguments);
+    } catch (const std::bad_alloc&) {
+        return Fail("out of memory");
+    } catch (const std::exception& error) {
+        return Fail(error.what());
+    }
+}

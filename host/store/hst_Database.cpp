@@ -1,0 +1,251 @@
+#include "host/store/hst_Database.h"
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "host/model/hst_Classes.h"
+#include "host/model/hst_Error.h"
+#include "host/model/hst_PartName.h"
+#include "idb/idb_Archive.h"
+
+namespace {
+
+// The mark in the header of the file ("KOvu") and the version of the tables.
+constexpr int kApplicationId = 0x4B4F7675;
+constexpr int kVersion = 1;
+
+constexpr const char* kCreateObjects =
+    "CREATE TABLE objects (id INTEGER PRIMARY KEY, name TEXT NOT NULL UNIQUE, "
+    "class_id INTEGER NOT NULL, memento BLOB NOT NULL)";
+
+constexpr std::string_view kPartPrefix = "part/";
+constexpr const char* kDeleteParts = "DELETE FROM objects WHERE substr(name, 1, 5) = 'part/'";
+constexpr const char* kSelectParts =
+    "SELECT name, class_id, memento FROM objects WHERE substr(name, 1, 5) = 'part/' ORDER BY id";
+constexpr const char* kInsert = "INSERT INTO objects (name, class_id, memento) VALUES (?, ?, ?)";
+
+/// SQLite gives some names a meaning of their own; none begins with a directory.
+std::string AsFileName(const std::string& path) {
+    return path.starts_with('/') ? path : "./" + path;
+}
+
+}  // namespace
+
+void hst_Database::Close::operator()(sqlite3* open) const { sqlite3_close_v2(open); }
+
+/// One prepared statement, walked row by row.
+class hst_Database::Statement {
+  public:
+    Statement(const hst_Database& owner, const char* sql) : database(owner) {
+        if (sqlite3_prepare_v2(owner.connection.get(), sql, -1, &statement, nullptr) != SQLITE_OK) {
+            owner.RefuseByState();
+        }
+    }
+    ~Statement() { sqlite3_finalize(statement); }
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+
+    /// Goes to the next row; false behind the last.
+    bool Next() {
+        const int code = sqlite3_step(statement);
+        if (code != SQLITE_ROW && code != SQLITE_DONE) database.RefuseByState();
+        return code == SQLITE_ROW;
+    }
+    void Reset() { sqlite3_reset(statement); }
+
+    [[nodiscard]] std::int64_t Integer(int column) const {
+        return sqlite3_column_int64(statement, column);
+    }
+    /// The bytes of a text or a blob, valid until the next row.
+    [[nodiscard]] std::string_view Bytes(int column) const {
+        const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement, column));
+        return {bytes ? bytes : "",
+                static_cast<std::size_t>(sqlite3_column_bytes(statement, column))};
+    }
+
+    void Bind(int place, std::int64_t value) { sqlite3_bind_int64(statement, place, value); }
+    /// The text and the blob have to live until the statement is reset.
+    void BindText(int place, std::string_view text) {
+        sqlite3_bind_text64(statement, place, text.data(), text.size(), SQLITE_STATIC, SQLITE_UTF8);
+    }
+    [[nodiscard]] bool BindBlob(int place, const void* bytes, std::size_t size) {
+        return sqlite3_bind_blob64(statement, place, bytes, size, SQLITE_STATIC) == SQLITE_OK;
+    }
+
+  private:
+    const hst_Database& database;
+    sqlite3_stmt* statement = nullptr;
+};
+
+hst_Database::hst_Database(const std::string& databasePath, Access access) : path(databasePath) {
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    if (std::filesystem::is_directory(status)) Refuse("is a directory");
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+        Refuse("is no regular file");
+    }
+    isMissing = !std::filesystem::exists(status);
+    if (isMissing && access == Access::Read) {
+        Refuse(status.type() == std::filesystem::file_type::not_found ? "no such file"
+                                                                      : error.message());
+    }
+    isNew = isMissing || std::filesystem::file_size(path, error) == 0;
+    Open(access);
+    RequireOwn(access);
+}
+
+hst_Database::~hst_Database() = default;
+
+void hst_Database::RequireWritable(const std::string& path) {
+    if (std::filesystem::exists(path)) {
+        const hst_Database existing(path, Access::Write);
+        if (sqlite3_db_readonly(existing.connection.get(), "main") == 1) {
+            existing.Refuse("cannot be written");
+        }
+        return;
+    }
+    const std::filesystem::path folder = std::filesystem::path(AsFileName(path)).parent_path();
+    if (!std::filesystem::is_directory(folder)) {
+        throw hst_Error(path, "there is no folder '" + folder.string() + "'");
+    }
+}
+
+void hst_Database::Open(Access access) {
+    // A database that a crash left half-way is put right by whoever opens it next, so reading opens
+    // for writing too where the file allows it.
+    const int flags = SQLITE_OPEN_READWRITE | (access == Access::Write ? SQLITE_OPEN_CREATE : 0);
+    sqlite3* opened = nullptr;
+    const int code = sqlite3_open_v2(AsFileName(path).c_str(), &opened, flags, nullptr);
+    connection.reset(opened);
+    if (code != SQLITE_OK) RefuseByState();
+    constexpr int kWaitMilliseconds = 5000;
+    sqlite3_busy_timeout(connection.get(), kWaitMilliseconds);
+    sqlite3_db_config(connection.get(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(connection.get(), SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+}
+
+void hst_Database::RequireOwn(Access access) {
+    if (isNew) {
+        if (access == Access::Read) Refuse("is no database of ktsovu: it is empty");
+        return;
+    }
+    if (Number("PRAGMA application_id") != kApplicationId) {
+        Refuse("is a database, but none of ktsovu");
+    }
+    const int version = Number("PRAGMA user_version");
+    if (version != kVersion) {
+        Refuse("is a database of ktsovu in version " + std::to_string(version) +
+               ", which this program does not know");
+    }
+    RequireOwnTables();
+}
+
+void hst_Database::RequireOwnTables() {
+    Statement objects(*this, "SELECT type, name, coalesce(sql, '') FROM sqlite_master");
+    bool found = false;
+    while (objects.Next()) {
+        const bool isTable = objects.Bytes(0) == "table" && objects.Bytes(1) == "objects" &&
+                             objects.Bytes(2) == kCreateObjects;
+        const bool isItsIndex = objects.Bytes(0) == "index" && objects.Bytes(2).empty();
+        if (!isTable && !isItsIndex) Refuse("is a garbled database: its tables are not ours");
+        found = found || isTable;
+    }
+    if (!found) Refuse("is a garbled database: its table is gone");
+}
+
+void hst_Database::CreateTables() {
+    if (Number("SELECT count(*) FROM sqlite_master") != 0) {
+        Refuse("was written by another program meanwhile");
+    }
+    Execute("PRAGMA application_id = " + std::to_string(kApplicationId));
+    Execute("PRAGMA user_version = " + std::to_string(kVersion));
+    Execute(kCreateObjects);
+}
+
+void hst_Database::Execute(const std::string& sql) {
+    Statement statement(*this, sql.c_str());
+    while (statement.Next()) {
+    }
+}
+
+int hst_Database::Number(const char* sql) {
+    Statement statement(*this, sql);
+    return statement.Next() ? static_cast<int>(statement.Integer(0)) : 0;
+}
+
+void hst_Database::Refuse(const std::string& cause) const { throw hst_Error(path, cause); }
+
+void hst_Database::RefuseByState() const {
+    switch (sqlite3_errcode(connection.get())) {
+        case SQLITE_NOTADB:
+            Refuse("is no database");
+        case SQLITE_CORRUPT:
+            Refuse("is a garbled database");
+        default:
+            Refuse(std::string("the database fails: ") + sqlite3_errmsg(connection.get()));
+    }
+}
+
+void hst_Database::ReplaceParts(const std::vector<hst_Part>& parts,
+                                const std::function<void(std::size_t)>& onSaved) {
+    Execute("BEGIN IMMEDIATE");
+    try {
+        if (isNew) CreateTables();
+        Execute(kDeleteParts);
+        Statement insert(*this, kInsert);
+        std::size_t saved = 0;
+        for (const hst_Part& part : parts) {
+            const std::string name = std::string(kPartPrefix) + part.Name();
+            bio_Ofilter memento;
+            idb_SaveObject(memento, part);
+            insert.BindText(1, name);
+            insert.Bind(2, part.DynTypeId());
+            if (!insert.BindBlob(3, memento.Data(), memento.Size())) {
+                throw hst_Error(path, part.Name(), "it is too large for a row of the database");
+            }
+            insert.Next();
+            insert.Reset();
+            onSaved(++saved);
+        }
+        Execute("COMMIT");
+        isNew = false;
+    } catch (...) {
+        sqlite3_exec(connection.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+        connection.reset();
+        RemoveIfEmpty();
+        throw;
+    }
+}
+
+void hst_Database::RemoveIfEmpty() const {
+    std::error_code error;
+    if (isMissing && std::filesystem::file_size(path, error) == 0 && !error) {
+        std::filesystem::remove(path, error);
+    }
+}
+
+std::vector<hst_Part> hst_Database::LoadParts() {
+    std::vector<hst_Part> parts;
+    Statement rows(*this, kSelectParts);
+    while (rows.Next()) parts.push_back(LoadPart(rows));
+    if (parts.empty()) Refuse("holds no parts");
+    return parts;
+}
+
+hst_Part hst_Database::LoadPart(const Statement& row) {
+    const std::string name(row.Bytes(0).substr(kPartPrefix.size()));
+    if (row.Integer(1) != hst_PART_CLASS) throw hst_Error(path, name, "its class is not hst_Part");
+    const std::string_view memento = row.Bytes(2);
+    idb_LoadFault loadFault;
+    auto part = idb_LoadObject<hst_Part>(memento.data(), memento.size(), hst_PART_CLASS, loadFault);
+    if (!part) throw hst_Error(path, name, std::string(loadFault.text.View()));
+    if (const std::string fault = part->Fault(); !fault.empty()) {
+        throw hst_Error(path, name, fault);
+    }
+    if (part->Name() != name) throw hst_Error(path, name, "it was saved as another part");
+    return *std::move(part);
+}

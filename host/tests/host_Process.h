@@ -1,0 +1,40 @@
+#pragma once
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "host/tests/host_TestModels.h"
+
+/// What came of a run of the program.
+struct host_Outcome {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+/// Runs the program with `arguments`, its output in files as a pipe would take it.
+inline host_Outcome host_Run(const std::vector<std::string>& arguments) {
+    const host_TemporaryFolder folder;
+    const pid_t child = fork();
+    if (child == 0) {
+        std::vector<char*> list = {const_cast<char*>(KTSOVU_PROGRAM)};
+        for (const std::string& argument : arguments) {
+            list.push_back(const_cast<char*>(argument.c_str()));
+        }
+        list.push_back(nullptr);
+        if (!std::freopen(folder.Path("out").c_str(), "w", stdout) ||
+            !std::freopen(folder.Path("err").c_str(), "w", stderr)) {
+            _exit(126);
+        }
+        execv(KTSOVU_PROGRAM, list.data());
+        _exit(127);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, host_ReadFile(folder.Path("out")),
+            host_ReadFile(folder.Path("err"))};
+}
