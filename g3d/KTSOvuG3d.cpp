@@ -5,6 +5,7 @@
 #include "foundation/alloc/KTSBasUseCount.h"
 #include "foundation/shared/cls_FoundationClasses.h"
 #include "foundation/shared/cls_ModuleRegistration.h"
+#include "foundation/shared/nex_CmdException.h"
 #include "g3d/g3d_ColorMap.h"
 #include "g3d/g3d_Point.h"
 #include "g3d/g3d_Vector.h"
@@ -23,13 +24,8 @@ constexpr typ_ArchRow kClasses[] = {
 };
 static_assert(std::size(kClasses) == 4);
 
-/// The font error, `nex_CmdException<cow_String, 7>`, has a name in the archives and no record.
-void InitializeFontErrorMetadata(cls_ClassRegistrar& registrar) {
-    registrar.AddClass(cls_ClassMetadata("omu_FontErrorException", typ_TypeId(19, 20)));
-}
-
 constexpr cls_MetadataRow kMetadata[] = {
-    {&InitializeFontErrorMetadata, 2},
+    {&nex_CmdException<cow_String, 7>::InitializeMetadata, 2},  // the font error
     {&g3d_Point::InitializeMetadata, 4},
     {&g3d_Vector::InitializeMetadata, 4},
 };

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <string>
 
 namespace {
@@ -20,49 +21,27 @@ cow_String Shouted(const cow_String& text) {
 }  // namespace
 
 TEST_F(g3d_ColorMapTest, StartsWithItsNamesInOrder) {
-    const struct {
-        const char* name;
-        float red, green, blue;
-    } rows[] = {
-        {"Black", 0, 0, 0},
-        {"White", 1, 1, 1},
-        {"Red", 1, 0, 0},
-        {"Orange", 1, 0.5f, 0},
-        {"Light orange", 1, 0.6f, 0},
-        {"Purple", 0.63f, 0.13f, 0.94f},
-        {"Blue", 0, 0, 1},
-        {"Medium blue", 0, 0.6f, 1},
-        {"Sky blue", 0, 0.8f, 1},
-        {"Cyan", 0, 1, 1},
-        {"Aqua", 0, 1, 0.8f},
-        {"Green", 0, 1, 0},
-        {"Spring green", 0, 1, 0.55f},
-        {"Yellow", 1, 1, 0},
-        {"Gold", 1, 0.844f, 0},
-        {"Dark gold", 1, 0.7f, 0},
-        {"Chartreuse", 0.7f, 1, 0},
-        {"Grey20", 0.2f, 0.2f, 0.2f},
-        {"Grey60", 0.6f, 0.6f, 0.6f},
-        {"Grey80", 0.8f, 0.8f, 0.8f},
-        {"Default", 1, 1, 1},
-        {"Magenta", 1, 0, 1},
-        {"Grey10", 0.1f, 0.1f, 0.1f},
-        {"Grey30", 0.3f, 0.3f, 0.3f},
-        {"Grey40", 0.4f, 0.4f, 0.4f},
-        {"Grey50", 0.5f, 0.5f, 0.5f},
-        {"Grey70", 0.7f, 0.7f, 0.7f},
-        {"Grey90", 0.9f, 0.9f, 0.9f},
-    };
     const cow_List<atr_String> names = map.Names();
     ASSERT_EQ(names.Length(), 28);
-    for (int i = 0; i < 28; ++i) {
-        EXPECT_EQ(names[i], rows[i].name);
-        const g3d_Color& color = map.Lookup(rows[i].name);
-        EXPECT_TRUE(color.Red() == rows[i].red && color.Green() == rows[i].green &&
-                    color.Blue() == rows[i].blue && color.Alpha() == 1)
-            << rows[i].name;
+    std::string text;
+    for (int i = 0; i < names.Length(); ++i) {
+        const g3d_Color& color = map.Lookup(names[i]);
+        char row[64];
+        std::snprintf(row, sizeof row, "%s %g %g %g|", names[i].Text().Characters(),
+                      static_cast<double>(color.Red()), static_cast<double>(color.Green()),
+                      static_cast<double>(color.Blue()));
+        text += row;
+        EXPECT_EQ(color.Alpha(), 1);
         EXPECT_EQ(&map.ColorAt(i), &color);
     }
+    EXPECT_EQ(
+        text,
+        "Black 0 0 0|White 1 1 1|Red 1 0 0|Orange 1 0.5 0|Light orange 1 0.6 0|"
+        "Purple 0.63 0.13 0.94|Blue 0 0 1|Medium blue 0 0.6 1|Sky blue 0 0.8 1|Cyan 0 1 1|"
+        "Aqua 0 1 0.8|Green 0 1 0|Spring green 0 1 0.55|Yellow 1 1 0|Gold 1 0.844 0|"
+        "Dark gold 1 0.7 0|Chartreuse 0.7 1 0|Grey20 0.2 0.2 0.2|Grey60 0.6 0.6 0.6|"
+        "Grey80 0.8 0.8 0.8|Default 1 1 1|Magenta 1 0 1|Grey10 0.1 0.1 0.1|Grey30 0.3 0.3 0.3|"
+        "Grey40 0.4 0.4 0.4|Grey50 0.5 0.5 0.5|Grey70 0.7 0.7 0.7|Grey90 0.9 0.9 0.9|");
 }
 
 TEST_F(g3d_ColorMapTest, RefusesUnknownNamesWithTheNameAsData) {
