@@ -46,8 +46,8 @@ using idb_ObjectPtr = std::unique_ptr<void, idb_ObjectDeleter>;
 [[nodiscard]] KTSOVUGEOM_API const cls_ClassRegistrar& idb_RegisteredClasses();
 
 /// Appends the record of `object`, a `classId` with the identity `uid` (unallocated: none) whose
-/// fields `write` writes. What fails (memory, records nested without end) throws, and leaves the
-/// bytes of `out` as they were and the stream failed.
+/// fields `write` writes. What fails (memory, records nested without end) throws and leaves the
+/// bytes of `out` as they were.
 KTSOVUGEOM_API void idb_SaveRecord(bio_Ofilter& out, std::uint32_t classId, const void* object,
                                    const cls_Uid& uid,
                                    const std::function<void(cls_WriteVisitor&)>& write,

@@ -25,10 +25,6 @@ idb_MementoRead::idb_MementoRead(bio_Ifilter& stream, const cls_ClassRegistrar& 
       collectionType(type),
       role(recordRole),
       uid(cls_Uid::AllocateUid()) {
-    if (role == Role::Object) {
-        isEntered = filter.EnterRecord();
-        if (!isEntered) return;
-    }
     ReadRecord();
 }
 
@@ -47,6 +43,10 @@ void idb_MementoRead::ReadRecord() {
     TakeClass(storedId);
     // A null record that names no class leaves the expected one.
     if (storedId == idb_NULL_CLASS && hasValue) classId = storedId;
+    if (hasValue && role == Role::Object) {
+        isEntered = filter.EnterRecord();
+        hasValue = isEntered;
+    }
     if (!hasValue) return;
     const bool hasLayout = role != Role::Collection && !idb_HasOwnBody(classId);
     layout = idb_StreamLayouts::Find(filter.State(), registrar, classId);

@@ -1,0 +1,512 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "foundation/shared/nex_Exception.h"
+#include "idb/idb_Archive.h"
+#include "idb/idb_MementoRead.h"
+#include "idb/idb_MementoWrite.h"
+#include "testing/test_ArchiveClasses.h"
+
+namespace {
+
+using testing::internal::CaptureStderr;
+using testing::internal::GetCapturedStderr;
+
+std::string Hex(const bio_Ofilter& out) {
+    static constexpr char digits[] = "0123456789abcdef";
+    std::string text;
+    for (std::size_t i = 0; i < out.Size(); ++i) {
+        const auto byte = std::to_integer<unsigned>(out.Data()[i]);
+        text += digits[byte >> 4];
+        text += digits[byte & 15];
+    }
+    return text;
+}
+
+std::vector<std::byte> Bytes(const std::string& hex) {
+    std::vector<std::byte> bytes;
+    for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
+        bytes.push_back(static_cast<std::byte>(std::stoi(hex.substr(i, 2), nullptr, 16)));
+    }
+    return bytes;
+}
+
+template <class T>
+std::string Saved(const T& object, const cls_Uid& uid = cls_Uid()) {
+    static const test_Classes classes;
+    bio_Ofilter out;
+    idb_SaveObject(out, object, uid, classes);
+    return Hex(out);
+}
+
+class idb_Memento : public testing::Test {
+  protected:
+    ~idb_Memento() override { EXPECT_EQ(test_Node::living, 0); }
+
+    /// A filter over the bytes that `hex` spells.
+    bio_Ifilter& Filter(const std::string& hex) {
+        bytes = Bytes(hex);
+        filter.emplace(bytes.data(), bytes.size());
+        return *filter;
+    }
+    template <class T>
+    std::unique_ptr<T> Load(const std::string& hex) {
+        const std::vector<std::byte> stream = Bytes(hex);
+        return idb_LoadObject<T>(stream.data(), stream.size(), T::TypeId(), fault, classes);
+    }
+
+    test_Classes classes;
+    std::vector<std::byte> bytes;
+    std::optional<bio_Ifilter> filter;
+    idb_LoadFault fault;
+};
+
+test_Mixed FullMixed() {
+    test_Mixed mixed;
+    mixed.flag = true;
+    mixed.character = -2;
+    mixed.byte = 200;
+    mixed.small = -4;
+    mixed.unsignedSmall = 65535;
+    mixed.number = -3;
+    mixed.unsignedNumber = 4000000000u;
+    mixed.single = 0.5f;
+    mixed.real = 1.5;
+    mixed.label = "L";
+    mixed.mode = 10;
+    return mixed;
+}
+
+constexpr char kFullMixed[] =
+    "0100f07f"
+    "01"
+    "00000000"
+    "01000000"
+    "feffffff"
+    "000000000000f83f"
+    "0000003f"
+    "fdffffff"
+    "fcffffff"
+    "c8000000"
+    "00286bee"
+    "ffff0000"
+    "01000000"
+    "4c"
+    "02000000"
+    "3130"
+    "00000000";
+
+TEST_F(idb_Memento, KeepsNumbersInNameOrderThenStrings) {
+    EXPECT_EQ(Saved(FullMixed()), kFullMixed);
+    const auto read = Load<test_Mixed>(kFullMixed);
+    ASSERT_TRUE(read) << fault.text.Characters();
+    EXPECT_EQ(*read, FullMixed());
+}
+
+// The strings stand in the iteration order of a map that was filled in ascending order of names.
+TEST_F(idb_Memento, KeepsStringsInTheOrderOfAMap) {
+    cls_ClassMetadata metadata("Text", 77);
+    for (const char* name :
+         {"text", "font", "color", "backgroundStyle", "backgroundColor", "justification"}) {
+        metadata.AddAttribute(name, cls_KIND_STRING);
+    }
+    classes.AddClass(metadata);
+    bio_Ofilter out;
+    idb_MementoWrite memento(out, classes, 77, this, true);
+    memento.Write("color", cow_String("c"));
+    memento.Write("text", cow_String("t"));
+    memento.Write("font", cow_String("f"));
+    memento.Write("justification", cow_String("j"));
+    memento.Write("backgroundStyle", cow_String("s"));
+    memento.Write("backgroundColor", cow_String("b"));
+    memento.Flush();
+    std::string order;
+    for (std::size_t i = 13; i < out.Size(); i += 5) order += static_cast<char>(out.Data()[i]);
+    EXPECT_EQ(order, "bsfjtc");
+}
+
+// A field takes any type of number or text in the form that the metadata give it.
+TEST_F(idb_Memento, ConvertsToTheKindOfTheMetadata) {
+    bio_Ofilter out;
+    idb_MementoWrite memento(out, classes, test_Mixed::TypeId(), this, true);
+    memento.Write("_int", 1e99);
+    memento.Write("_uint", -5);
+    memento.Write("_uchar", 300);
+    memento.Write("_double", cow_String("2.5"));
+    memento.Write("_text", 1.25);
+    memento.Write("_bool", 7);
+    memento.Write("_mode", cow_String("nonsense"));
+    memento.Write("_unknown", 1);
+    memento.Flush();
+    bio_Ifilter in(out.Data(), out.Size());
+    idb_MementoRead record(in, classes, test_Mixed::TypeId());
+    const test_Mixed read(record);
+    EXPECT_EQ(read.number, INT_MAX);
+    EXPECT_EQ(read.unsignedNumber, 0u);
+    EXPECT_EQ(read.byte, 255);
+    EXPECT_EQ(read.real, 2.5);
+    EXPECT_EQ(read.text, "1.25");
+    EXPECT_TRUE(read.flag);
+    EXPECT_EQ(read.mode, 0);
+    int untouched = 42;
+    record.Read("_unknown", untouched);
+    EXPECT_EQ(untouched, 42);
+    double text = 0;
+    record.Read("_text", text);
+    EXPECT_EQ(text, 1.25);
+    EXPECT_TRUE(record.FieldIsPresent("_int") && record.DataIsPresent("_int"));
+    EXPECT_FALSE(record.FieldIsPresent("_unknown"));
+}
+
+// The outer object takes its number first, a null object none, a further reference the same one;
+// the base part repeats the object's own.
+constexpr char kOwner[] =
+    "0400f07f"
+    "01"
+    "01000000"
+    "05000000"
+    "0100f07f"
+    "01"
+    "01000000"
+    "00000000"
+    "00000000"
+    "0000000000000000"
+    "00000000"
+    "00000000"
+    "00000000"
+    "00000000"
+    "00000000"
+    "00000000"
+    "00000000"
+    "01000000"
+    "30"
+    "00000000"
+    "0200f07f"
+    "01"
+    "00000000"
+    "06000000"
+    "01000000"
+    "00"
+    "01000000"
+    "00"
+    "0200f07f"
+    "01"
+    "02000000"
+    "07000000"
+    "01000000"
+    "00"
+    "0200f07f"
+    "01"
+    "02000000"
+    "07000000"
+    "01000000"
+    "00";
+
+TEST_F(idb_Memento, NumbersIdentitiesInTheOrderOfTheStream) {
+    test_Owner owner;
+    owner.uid = cls_Uid::AllocateUid();
+    owner.id = 5;
+    owner.embedded.value = 6;
+    test_Node node(7);
+    node.uid = cls_Uid::AllocateUid();
+    owner.seen = {&node, &node};
+    EXPECT_EQ(Saved(owner, owner.uid), kOwner);
+
+    const auto read = Load<test_Owner>(kOwner);
+    ASSERT_TRUE(read) << fault.text.Characters();
+    EXPECT_EQ(read->id, 5);
+    EXPECT_EQ(read->embedded.value, 6);
+    EXPECT_EQ(read->owned, nullptr);
+    ASSERT_TRUE(read->seen[0]);
+    EXPECT_EQ(read->seen[0], read->seen[1]);
+    EXPECT_EQ(read->seen[0]->value, 7);
+    EXPECT_TRUE(read->handedOver[0]);
+    EXPECT_FALSE(read->handedOver[1]);
+}
+
+// The last record has the number of an embedded value, which is never substituted.
+TEST_F(idb_Memento, NeverHandsOutAValueByItsNumber) {
+    std::string stream = kOwner;
+    stream.replace(stream.rfind("02000000"
+                                "07000000"),
+                   8, "03000000");
+    stream.replace(stream.find("0200f07f"
+                               "01"
+                               "00000000") +
+                       10,
+                   8, "03000000");
+    const auto read = Load<test_Owner>(stream);
+    ASSERT_TRUE(read) << fault.text.Characters();
+    EXPECT_NE(read->seen[0], read->seen[1]);
+    EXPECT_NE(read->seen[1], &read->embedded);
+    EXPECT_TRUE(read->handedOver[1]);
+}
+
+TEST_F(idb_Memento, SharesOneHandleAmongReferences) {
+    test_Bag bag = test_FullBag();
+    const std::string stream = Saved(bag);
+    const auto read = Load<test_Bag>(stream);
+    ASSERT_TRUE(read) << fault.text.Characters();
+    ASSERT_EQ(read->nodes.Length(), 3);
+    EXPECT_TRUE(read->nodes[0].Identical(read->nodes[2]));
+    EXPECT_TRUE(read->nodes[0].Identical(read->named.ConstGet("shared")));
+    EXPECT_FALSE(read->nodes[0].Exclusive());
+    EXPECT_TRUE(read->nodes[1].IsNull());
+    EXPECT_EQ(read->named.ConstGet("other")->value, 12);
+}
+
+// Slots are taken by the order of making, whatever order the writers end in; those still open at
+// the end are taken as they are and write nothing afterwards.
+TEST_F(idb_Memento, KeepsTheOrderInWhichWritersWereMade) {
+    cls_ClassMetadata metadata("Pair", 78);
+    metadata.AddAttribute("_a", cls_KIND_COLLECTION, 0, cls_LIST_INT)
+        .AddAttribute("_b", cls_KIND_OBJ_POINTER)
+        .AddAttribute("_c", cls_KIND_EMBEDDED_OBJ);
+    classes.AddClass(metadata);
+    bio_Ofilter out;
+    idb_MementoWrite memento(out, classes, 78, this, true);
+    auto list = memento.MakeWriteObj("_a", 0, cls_Uid());
+    auto numbers = list->MakeWriteListPrim(0, 1);
+    auto first = memento.MakeWriteObj("_b", test_Node::TypeId(), cls_Uid());
+    auto second = memento.MakeWriteObj("_c", test_Node::TypeId(), cls_Uid());
+    second->Write("_value", 2);
+    second.reset();
+    numbers->Write(9);
+    first->Write("_value", 1);
+    EXPECT_EQ(out.Size(), 0u);
+    memento.Flush();
+    numbers->Write(10);
+    numbers.reset();
+    first.reset();
+    EXPECT_EQ(memento.MakeWriteObj("_b", test_Node::TypeId(), cls_Uid()), nullptr);
+    memento.Flush();
+    EXPECT_EQ(Hex(out),
+              "4e000000"
+              "01"
+              "00000000"
+              "00000000"
+              "01"
+              "00000000"
+              "01000000"
+              "01000000"
+              "09000000"
+              "0200f07f"
+              "01"
+              "00000000"
+              "01000000"
+              "0200f07f"
+              "01"
+              "00000000"
+              "02000000");
+}
+
+TEST_F(idb_Memento, EndsNullAndUnknownRecordsAtTheFlag) {
+    bio_Ofilter out;
+    idb_MementoWrite(out, classes, test_Node::TypeId(), nullptr, true).Flush();
+    idb_MementoWrite(out, classes, 1, this, true).Flush();
+    idb_MementoWrite(out, classes, 0x999, this, true, cls_Uid::AllocateUid()).Flush();
+    idb_MementoWrite(out, classes, 0x230005, this, true).Flush();
+    EXPECT_EQ(Hex(out),
+              "0200f07f"
+              "00"
+              "01000000"
+              "00"
+              "99090000"
+              "01"
+              "05002300"
+              "01"
+              "00000000");
+
+    bio_Ifilter in(out.Data(), out.Size());
+    const idb_MementoRead null(in, classes, test_Mixed::TypeId());
+    EXPECT_FALSE(null.HasValue());
+    EXPECT_EQ(in.Remaining(), out.Size() - 5);
+    const idb_MementoRead noClass(in, classes, test_Mixed::TypeId());
+    EXPECT_EQ(noClass.ClassId(), test_Mixed::TypeId());
+    const idb_MementoRead unknown(in, classes, 2);
+    EXPECT_TRUE(unknown.HasValue());
+    EXPECT_EQ(unknown.ClassId(), 0x999u);
+    const idb_MementoRead jagged(in, classes, 0x230005);
+    EXPECT_EQ(in.Remaining(), 0u);
+    EXPECT_FALSE(in.Failed());
+}
+
+// The body of a special class is its own: collections follow the number, of whatever type.
+TEST_F(idb_Memento, LeavesTheBodiesOfSpecialClassesToThem) {
+    bio_Ofilter out;
+    idb_MementoWrite memento(out, classes, 0x230005, this, true);
+    memento.MakeWriteListPrim(0, 1)->Write(3);
+    memento.MakeWriteListPrim(0.0, 1)->Write(0.5);
+    memento.Flush();
+    bio_Ifilter in(out.Data(), out.Size());
+    idb_MementoRead record(in, classes, 0x230005);
+    EXPECT_EQ(record.MakeReadListPrim(0)->ConstGetList(), cow_List<int>(3));
+    EXPECT_EQ(record.MakeReadListPrim(0.0)->ConstGetList(), cow_List<double>(0.5));
+}
+
+TEST_F(idb_Memento, TakesDerivedClassesAndReportsOthers) {
+    bio_Ifilter& derived = Filter(kOwner);
+    EXPECT_EQ(idb_MementoRead(derived, classes, test_Mixed::TypeId()).ClassId(),
+              test_Owner::TypeId());
+    EXPECT_EQ(idb_MementoRead(Filter(kOwner), classes, 2).ClassId(), test_Owner::TypeId());
+
+    static constexpr typ_ArchRow rows[] = {{}, {typ_PERSISTENT_CLASS, typ_NO_PARENT, "test_Mixed"}};
+    typ_ArchCompTable::InsertEntry(0x7FF0, {rows, 2});
+    CaptureStderr();
+    const idb_MementoRead other(Filter(kFullMixed), classes, test_Node::TypeId());
+    EXPECT_EQ(GetCapturedStderr(),
+              "Error constructing object for 7ff00001 does not inherit from 7ff00002\n"
+              "Error constructing object for test_Mixed does not inherit from \n");
+    EXPECT_EQ(other.ClassId(), test_Node::TypeId());
+    typ_ArchCompTable::WithdrawEntry(0x7FF0);
+}
+
+TEST_F(idb_Memento, RefusesANumberOfAnotherClass) {
+    cls_ClassMetadata metadata("Pair", 78);
+    metadata.AddAttribute("_a", cls_KIND_OBJ_POINTER).AddAttribute("_b", cls_KIND_OBJ_POINTER);
+    classes.AddClass(metadata);
+    const std::string node =
+        "0200f07f"
+        "01"
+        "02000000"
+        "07000000"
+        "01000000"
+        "00";
+    const std::string mixed = std::string(
+                                  "0100f07f"
+                                  "01"
+                                  "02000000") +
+                              (kFullMixed + 18);
+
+    idb_MementoRead record(Filter("4e000000"
+                                  "01"
+                                  "00000000" +
+                                  node + mixed),
+                           classes, 78);
+    const std::unique_ptr<test_Node> first(
+        static_cast<test_Node*>(record.ReadObjPtr("_a", test_Node::TypeId())));
+    CaptureStderr();
+    EXPECT_EQ(record.ReadObjPtr("_b", test_Mixed::TypeId()), nullptr);
+    EXPECT_EQ(GetCapturedStderr(),
+              "Error reading object ptr for 7ff00002 does not inherit from 7ff00001");
+    EXPECT_EQ(filter->Remaining(), 0u);
+
+    idb_MementoRead again(Filter("4e000000"
+                                 "01"
+                                 "00000000" +
+                                 node),
+                          classes, 78);
+    CaptureStderr();
+    EXPECT_EQ(again.ReadObjPtr("_a", test_Mixed::TypeId()), nullptr);
+    EXPECT_EQ(GetCapturedStderr(),
+              "Error reading object ptr for 7ff00002 does not inherit from 7ff00001");
+}
+
+// An object refers to itself: it is not finished when the reference is met.
+TEST_F(idb_Memento, NeverHandsOutAnUnfinishedObject) {
+    CaptureStderr();
+    EXPECT_EQ(Load<test_Node>("0200f07f"
+                              "01"
+                              "05000000"
+                              "07000000"
+                              "0200f07f"
+                              "01"
+                              "05000000"
+                              "08000000"
+                              "01000000"
+                              "00"),
+              nullptr);
+    EXPECT_EQ(GetCapturedStderr(),
+              "Error reading object: number 5 refers to an unfinished object\n");
+    EXPECT_EQ(fault.status, idb_LoadStatusEnm::Damaged);
+}
+
+// A second record of number 2 is read and dropped with the node 9 that it was handed: the stream
+// must forget that one.
+TEST_F(idb_Memento, ForgetsThePartsOfADroppedCopy) {
+    const std::string drop =
+        "0200f07f"
+        "01"
+        "02000000"
+        "07000000";
+    const std::string null =
+        "01000000"
+        "00";
+    const std::string nine =
+        "0200f07f"
+        "01"
+        "09000000"
+        "09000000" +
+        null;
+    std::string stream = kOwner;
+    stream.replace(stream.rfind(drop + null), std::string::npos, drop + nine);
+    const auto read = Load<test_Owner>(stream);
+    ASSERT_TRUE(read) << fault.text.Characters();
+    EXPECT_EQ(read->seen[0], read->seen[1]);
+}
+
+std::string ChainOf(int nodes) {
+    test_Node::Handle first;
+    for (int i = 0; i < nodes; ++i) {
+        test_Node::Handle node(new test_Node(i));
+        node.Get()->next = first;
+        first = node;
+    }
+    return Saved(*first);
+}
+
+TEST_F(idb_Memento, NestsSoManyObjectsAndNoMore) {
+    const std::string deepest = ChainOf(bio_MaxDepth);
+    EXPECT_TRUE(Load<test_Node>(deepest)) << fault.text.Characters();
+
+    CaptureStderr();
+    EXPECT_THROW(ChainOf(bio_MaxDepth + 1), nex_PrimException);
+    EXPECT_EQ(GetCapturedStderr(), "Error writing stream: records nested more than 264 deep\n");
+
+    CaptureStderr();
+    EXPECT_EQ(Load<test_Node>(deepest.substr(0, 26) + deepest), nullptr);
+    EXPECT_EQ(GetCapturedStderr(), "Error reading stream: records nested more than 264 deep\n");
+    EXPECT_EQ(fault.status, idb_LoadStatusEnm::Truncated);
+}
+
+TEST_F(idb_Memento, ChecksCollectionTypes) {
+    bio_Ofilter out;
+    const idb_MementoWrite memento(out, classes, test_Bag::TypeId(), this, false);
+    CaptureStderr();
+    memento.CheckCollectionType(cls_ALT_LIST_INT, "_ints");
+    memento.CheckCollectionType(cls_LIST_INT, "_ints");
+    memento.CheckCollectionType(cls_LIST_OBJ, "_unknown");
+    EXPECT_EQ(GetCapturedStderr(),
+              "Error in collections types have: 84 looking for: 54 _ints\n"
+              "Error in collections types have: 0 looking for: 1 _unknown\n");
+    EXPECT_FALSE(memento.NeedsDeletion());
+}
+
+TEST_F(idb_Memento, LoadsOnlyWhatIsWhole) {
+    const auto status = [this](const std::string& hex) {
+        CaptureStderr();
+        const std::vector<std::byte> stream = Bytes(hex);
+        const idb_ObjectPtr object =
+            idb_LoadAnyObject(stream.data(), stream.size(), test_Mixed::TypeId(), fault, classes);
+        GetCapturedStderr();
+        EXPECT_EQ(object != nullptr, fault.status == idb_LoadStatusEnm::Loaded);
+        return fault.status;
+    };
+    const std::string whole = kFullMixed;
+    EXPECT_EQ(status(whole), idb_LoadStatusEnm::Loaded);
+    EXPECT_EQ(status(whole + "00"), idb_LoadStatusEnm::TrailingBytes);
+    EXPECT_EQ(status(whole.substr(0, whole.size() - 2)), idb_LoadStatusEnm::Truncated);
+    EXPECT_EQ(status(""), idb_LoadStatusEnm::Truncated);
+    EXPECT_EQ(status("0100000000"), idb_LoadStatusEnm::NullObject);
+    EXPECT_EQ(status("0200f07f" + whole.substr(8)), idb_LoadStatusEnm::WrongClass);
+    EXPECT_EQ(fault.text, "the record is of test_Node, not of test_Mixed");
+    const std::vector<std::byte> stream = Bytes("9909000001");
+    EXPECT_EQ(idb_ClassOfRecord(stream.data(), stream.size()), 0x999u);
+    EXPECT_FALSE(idb_LoadAnyObject(stream.data(), stream.size(), 2, fault, classes));
+    EXPECT_EQ(fault.status, idb_LoadStatusEnm::UnknownClass);
+}
+
+}  // namespace
