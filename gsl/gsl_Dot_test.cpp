@@ -55,11 +55,6 @@ TEST(gsl_Dot, IsBuiltAndCopied) {
     copy->SetValues(4, 5, 6);
     EXPECT_EQ(copy->GetPoint().GetUid(), position.GetUid());
     EXPECT_EQ(copy->GetPoint()[0], 4);
-    double u = 1, v = 2, w = 3;
-    copy->GetGeometryData(u, v, w);
-    EXPECT_EQ(u + v + w, 6);
-    EXPECT_TRUE(copy->Regenerate(nullptr));
-    EXPECT_EQ(copy->CreateHitRecord(nullptr), nullptr);
 }
 
 TEST(gsl_Dot, AsksItsDerivedClass) {

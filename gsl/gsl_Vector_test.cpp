@@ -103,14 +103,6 @@ TEST(gsl_Vector, ComparesByItsTolerances) {
     }
 }
 
-TEST(gsl_Vector, MultipliesRightHanded) {
-    ExpectComponents(kX.CrossProduct(kY), 0, 0, 1);
-    EXPECT_EQ(kX.TripleProduct(kY, kZ), 1);
-    EXPECT_EQ(kX.TripleProduct(kZ, kY), -1);
-    EXPECT_EQ(gsl_Vector(1, 2, 3).DotProduct(gsl_Vector(4, 5, 6)), 32);
-    ExpectComponents(gsl_Vector(gsl_Point(1, 2, 3), gsl_Point(2, 4, 6)), 1, 2, 3);
-}
-
 TEST(gsl_Vector, IsTheNormalOfATriangle) {
     const gsl_Vector normal(gsl_Point(0, 0, 5), gsl_Point(3, 0, 5), gsl_Point(0, 3, 5));
     ExpectComponents(normal, 0, 0, 1, 1e-15);
