@@ -5,6 +5,11 @@
 
 #include "cow/cow_Counter.h"
 
+namespace cow_detail {
+template <class Node, class Link>
+class Dismantler;
+}
+
 /// A counted handle: a pointer to a `T` that it owns together with all copies of itself, and a
 /// pointer to their common counter.
 ///
@@ -98,6 +103,8 @@ class cow_CountedHld {
     T* referent;
 
   private:
+    template <class Node, class Link>
+    friend class cow_detail::Dismantler;
     static cow_Counter* NewCounter(T* adopted) {
         std::unique_ptr<T> owner(adopted);
         cow_Counter* counter = new cow_Counter;

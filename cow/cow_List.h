@@ -28,6 +28,25 @@ template <class T>
 inline constexpr bool cow_HasReflexiveEquality =
     std::is_integral_v<T> || std::is_enum_v<T> || std::is_pointer_v<T>;
 
+namespace cow_detail {
+
+/// The counter of a list's block table, and where elements can be appended without looking at the
+/// table: while `Length()` is less than `appendEnd`, the table and the last block are private, and
+/// the slot for the next element is `appendStorage[Length() + appendOffset]`.
+template <class T>
+class ListTableHead : public cow_Counter {
+  public:
+    std::int32_t appendEnd = 0;
+    std::uintptr_t appendBase = 0;
+
+    static void* operator new(std::size_t bytes) { return mem_OperatorNewTinyThrow(bytes); }
+    static void operator delete(void* head, std::size_t bytes) noexcept {
+        mem_OperatorDeleteTiny(head, bytes);
+    }
+};
+
+}  // namespace cow_detail
+
 /// How a list lies in its block table; for tests and diagnosis.
 struct cow_ListLayout {
     int blockSlots = 0;  ///< entries of the block table
@@ -53,6 +72,7 @@ struct cow_ListLayout {
 template <class T>
 class cow_List {
     using Block = cow_ListBlock<T>;
+    using TableHead = cow_detail::ListTableHead<T>;
 
   public:
     class const_iterator;
@@ -60,7 +80,7 @@ class cow_List {
     using iterator = const_iterator;
 
     /// The empty list.
-    cow_List() : tableCount(new cow_Counter) {}
+    cow_List() : tableCount(new TableHead) {}
     /// One to five elements. `cow_List<int>(5)` is the list of the one element 5.
     explicit cow_List(const T& a) : cow_List(SizeHint{1}) { AppendAll(a); }
     cow_List(const T& a, const T& b) : cow_List(SizeHint{2}) { AppendAll(a, b); }
@@ -176,8 +196,12 @@ class cow_List {
     struct SizeHint {
         int elements;
     };
+    /// A small element goes to a function by value, so that the caller can keep it in a register.
+    using Passed = std::conditional_t<std::is_trivially_copyable_v<T> && sizeof(T) <= sizeof(void*),
+                                      T, const T&>;
     static constexpr int defaultShift = 4;
     static constexpr int slotGroup = 16;
+    static constexpr std::size_t largestGroupBytes = std::size_t{1} << 16;
 
     explicit cow_List(SizeHint hint) : cow_List() {
         if (hint.elements > 0) Initialize(hint.elements);
@@ -213,6 +237,7 @@ class cow_List {
     static Block** NewTable(int slots);
     void DetachTable() {
         if (tableCount->References() != 1) CopyTable();
+        tableCount->appendEnd = 0;
     }
     void CopyTable();
     void GrowTable(int slots);
@@ -227,11 +252,16 @@ class cow_List {
     /// The elements of this list in block `index`, as slots from `.first` up to `.second`.
     [[nodiscard]] std::pair<int, int> LiveSlots(int index) const noexcept;
     void ReleaseBlock(int index) noexcept;
+    [[gnu::noinline]] void FreeBlock(Block* block, int index) noexcept;
+    /// A new block for entry `index`, one of `wanted` in a row.
+    [[nodiscard]] Block* MakeBlock(int index, int wanted);
     void ReleaseBlocks(int first, int last) noexcept;
     /// Puts a private copy of the first `keep` slots' elements in place of block `index`.
     void CopyBlock(int index, int keep);
     void IsolateRange(std::int64_t first, std::int64_t last);
-    void AppendSlow(const T& x);
+    [[gnu::noinline]] void AppendSlow(Passed x);
+    int AddBlocks(int index);
+    void AllowQuickAppend(int last) noexcept;
     void InsertTail(int i, const T& x);
     void InsertHead(int i, const T& x);
 
@@ -253,7 +283,7 @@ class cow_List {
     std::int32_t blockSlots = 0;
     std::int32_t blockShift = defaultShift;
     std::int32_t start = 0;
-    cow_Counter* tableCount;
+    TableHead* tableCount;
     Block** table = nullptr;
 };
 
@@ -317,6 +347,7 @@ cow_List<T>::cow_List(const cow_List& other) noexcept
       tableCount(other.tableCount),
       table(other.table) {
     tableCount->Increment();
+    tableCount->appendEnd = 0;
 }
 
 template <class T>
@@ -364,13 +395,13 @@ void cow_List<T>::FreeAll() noexcept {
 // Access.
 
 template <class T>
-int cow_List<T>::CheckIndex(int i) const noexcept {
+inline int cow_List<T>::CheckIndex(int i) const noexcept {
     if (static_cast<unsigned>(i) >= static_cast<unsigned>(length)) RaiseOutOfRange(i);
     return i;
 }
 
 template <class T>
-T& cow_List<T>::UncheckedGet(int i) {
+inline T& cow_List<T>::UncheckedGet(int i) {
     const std::uint32_t position =
         static_cast<std::uint32_t>(start) + static_cast<std::uint32_t>(i);
     if (tableCount->References() != 1 || table[position >> blockShift]->count.References() != 1) {
@@ -407,7 +438,7 @@ cow_ListBlock<T>** cow_List<T>::NewTable(int slots) {
 
 template <class T>
 void cow_List<T>::CopyTable() {
-    std::unique_ptr<cow_Counter> fresh(new cow_Counter);
+    std::unique_ptr<TableHead> fresh(new TableHead);
     if (table) {
         const std::size_t slots = static_cast<std::size_t>(blockSlots);
         Block** const copy =
@@ -477,7 +508,8 @@ void cow_List<T>::Reserve(std::int64_t n) {
     if (BlocksUpTo(end) > BlockLimit()) throw std::bad_alloc();
     const int slots = SlotsUpTo(end);
     if (slots > blockSlots) GrowTable(slots);
-    ReleaseBlocks(static_cast<int>(BlocksUpTo(end)), blockSlots);
+    // Blocks behind the end are empty; released backwards they go back to their group.
+    for (int index = blockSlots; index > BlocksUpTo(end);) ReleaseBlock(--index);
     if (slots < blockSlots) ShrinkTable(slots);
 }
 
@@ -497,8 +529,9 @@ void cow_List<T>::MakeEmpty() {
     if (tableCount->References() == 1) {
         ReleaseBlocks(0, blockSlots);
         mem_Free(table);
+        tableCount->appendEnd = 0;
     } else {
-        cow_Counter* const fresh = new cow_Counter;
+        TableHead* const fresh = new TableHead;
         tableCount->Decrement();
         tableCount = fresh;
     }
@@ -567,12 +600,16 @@ std::pair<int, int> cow_List<T>::LiveSlots(int index) const noexcept {
 template <class T>
 void cow_List<T>::ReleaseBlock(int index) noexcept {
     Block* const block = std::exchange(table[index], nullptr);
-    if (!block || block->count.Decrement() > 0) return;
+    if (block && block->count.Decrement() == 0) FreeBlock(block, index);
+}
+
+template <class T>
+void cow_List<T>::FreeBlock(Block* block, int index) noexcept {
     if constexpr (!std::is_trivially_destructible_v<T>) {
         const auto [first, end] = LiveSlots(index);
         for (int slot = end; slot > first;) std::destroy_at(block->storage + --slot);
     }
-    delete block;
+    Block::Free(block);
 }
 
 template <class T>
@@ -580,14 +617,34 @@ void cow_List<T>::ReleaseBlocks(int first, int last) noexcept {
     for (int index = first; index < last; ++index) ReleaseBlock(index);
 }
 
+// Short lists take blocks one by one. A longer one, which is likely to go on growing, takes groups
+// of up to an eighth of the blocks that it has.
+template <class T>
+cow_ListBlock<T>* cow_List<T>::MakeBlock(int index, int wanted) {
+    const int elements = BlockSize();
+    for (const int neighbour : {index - 1, index + 1}) {
+        if (neighbour < 0 || neighbour >= blockSlots || !table[neighbour]) continue;
+        if (Block* const block = table[neighbour]->TakeNext(elements)) return block;
+    }
+    const std::size_t blockBytes = sizeof(T) * static_cast<std::size_t>(elements);
+    const int largest = static_cast<int>(largestGroupBytes / blockBytes);
+    const int size = std::min(largest, std::max(wanted, (length >> blockShift) / 8));
+    return size > 1 ? Block::MakeGroup(elements, size) : Block::Make(elements);
+}
+
 template <class T>
 void cow_List<T>::CopyBlock(int index, int keep) {
     const auto [first, end] = LiveSlots(index);
     const int count = std::max(0, std::min(end, keep) - first);
-    std::unique_ptr<Block> fresh(Block::Make(blockShift));
-    std::uninitialized_copy_n(table[index]->storage + first, count, fresh->storage + first);
+    Block* const fresh = Block::Make(BlockSize());
+    try {
+        std::uninitialized_copy_n(table[index]->storage + first, count, fresh->storage + first);
+    } catch (...) {
+        Block::Free(fresh);
+        throw;
+    }
     table[index]->count.Decrement();
-    table[index] = fresh.release();
+    table[index] = fresh;
     cow_RecordDetach(count);
 }
 
@@ -597,7 +654,7 @@ void cow_List<T>::IsolateRange(std::int64_t first, std::int64_t last) {
     const int lastIndex = static_cast<int>((start + last) >> blockShift);
     for (int index = static_cast<int>((start + first) >> blockShift); index <= lastIndex; ++index) {
         if (!table[index]) {
-            table[index] = Block::Make(blockShift);
+            table[index] = MakeBlock(index, lastIndex - index + 1);
         } else if (table[index]->count.References() != 1) {
             CopyBlock(index, BlockSize());
         }
@@ -606,31 +663,59 @@ void cow_List<T>::IsolateRange(std::int64_t first, std::int64_t last) {
 
 // Growing.
 
-// The quick way is taken when everything is private and the table already has the size that the new
-// length asks for.
 template <class T>
-void cow_List<T>::Append(const T& x) {
-    const std::uint32_t position =
-        static_cast<std::uint32_t>(start) + static_cast<std::uint32_t>(length);
-    const std::uint32_t index = position >> blockShift;
-    if (tableCount->References() == 1 &&
-        (index | (slotGroup - 1)) + 1 == static_cast<std::uint32_t>(blockSlots)) [[likely]] {
-        Block* const block = table[index];
-        if (block && block->count.References() == 1) [[likely]] {
-            std::construct_at(block->storage + (position & ((1u << blockShift) - 1)), x);
-            ++length;
-            return;
-        }
+inline void cow_List<T>::Append(const T& x) {
+    const TableHead* const head = tableCount;
+    const int index = length;
+    if (index < head->appendEnd) [[likely]] {
+        const std::size_t offset = static_cast<std::size_t>(index) * sizeof(T);
+        std::construct_at(reinterpret_cast<T*>(head->appendBase + offset), x);
+        length = index + 1;
+    } else {
+        AppendSlow(x);
     }
-    AppendSlow(x);
 }
 
+// A list that is private and has the table that the new length asks for only needs a block.
 template <class T>
-void cow_List<T>::AppendSlow(const T& x) {
-    Reserve(static_cast<std::int64_t>(length) + 1);
-    IsolateRange(length, length);
+void cow_List<T>::AppendSlow(Passed x) {
+    const std::uint32_t position =
+        static_cast<std::uint32_t>(start) + static_cast<std::uint32_t>(length);
+    int index = static_cast<int>(position >> blockShift);
+    if (tableCount->References() != 1 || (index | (slotGroup - 1)) + 1 != blockSlots) {
+        Reserve(static_cast<std::int64_t>(length) + 1);
+        index = (start + length) >> blockShift;
+    }
+    int last = index;
+    if (!table[index]) {
+        last = AddBlocks(index);
+    } else if (table[index]->count.References() != 1) {
+        CopyBlock(index, BlockSize());
+    }
     std::construct_at(Slot(length), x);
     ++length;
+    AllowQuickAppend(last);
+}
+
+// Puts a new block in entry `index`, and in the entries behind it what its group still has; their
+// storage is contiguous. Returns the last of them.
+template <class T>
+int cow_List<T>::AddBlocks(int index) {
+    Block* block = table[index] = MakeBlock(index, 1);
+    while (index + 1 < blockSlots && !table[index + 1]) {
+        block = block->TakeNext(BlockSize());
+        if (!block) break;
+        table[++index] = block;
+    }
+    return index;
+}
+
+// The blocks from the last element's to block `last` are private and their storage is contiguous.
+template <class T>
+void cow_List<T>::AllowQuickAppend(int last) noexcept {
+    const std::uintptr_t slot = reinterpret_cast<std::uintptr_t>(Slot(length - 1));
+    tableCount->appendBase = slot - static_cast<std::size_t>(length - 1) * sizeof(T);
+    tableCount->appendEnd = ((last + 1) << blockShift) - start;
 }
 
 template <class T>

@@ -2,17 +2,16 @@
 
 #include <utility>
 
-#include "cow/cow_Counter.h"
+#include "cow/cow_CountedHld.h"
 
 namespace cow_detail {
 
 /// Destroys everything below a node that is being destroyed, without recursion and without memory:
 /// a chain of 100,000 nodes would overflow the stack of nested destructors.
 ///
-/// `Node` has two links, `Node::LinkOf(node, 0)` and `(node, 1)`, of a handle type `Link` with the
-/// protected operations of `cow_CountedHld`.
+/// `Node` has two links, `Node::LinkOf(node, 0)` and `(node, 1)`, of the handle type `Link`.
 template <class Node, class Link>
-class Dismantler : private Link {
+class Dismantler {
   public:
     static void DestroyBelow(Node& node) noexcept {
         Node* pending = nullptr;
@@ -32,9 +31,9 @@ class Dismantler : private Link {
     /// Empties the link; the node below when nobody else holds it, else null.
     static Node* TakeSole(Node& node, int side) noexcept {
         Link& link = Node::LinkOf(node, side);
-        const cow_Counter* const count = link.*(&Dismantler::count);
-        if (count && count->References() == 1) return std::exchange(ReferentOf(link), nullptr);
-        (link.*(&Dismantler::DropReference))();
+        if (link.count && link.count->References() == 1)
+            return std::exchange(ReferentOf(link), nullptr);
+        link.DropReference();
         return nullptr;
     }
 
@@ -49,7 +48,7 @@ class Dismantler : private Link {
         }
     }
 
-    static Node*& ReferentOf(Link& link) noexcept { return link.*(&Dismantler::referent); }
+    static Node*& ReferentOf(Link& link) noexcept { return link.referent; }
 };
 
 }  // namespace cow_detail
