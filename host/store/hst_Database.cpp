@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <cstdint>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -247,5 +248,13 @@ hst_Part hst_Database::LoadPart(const Statement& row) {
         throw hst_Error(path, name, fault);
     }
     if (part->Name() != name) throw hst_Error(path, name, "it was saved as another part");
+    // What no field shows (a flag, a number that is not used here) shows in the bytes: an object's
+    // record is the same whenever it is saved.
+    bio_Ofilter again(memento.size());
+    idb_SaveObject(again, *part);
+    if (again.Size() != memento.size() ||
+        std::memcmp(again.Data(), memento.data(), memento.size()) != 0) {
+        throw hst_Error(path, name, "its saved bytes are garbled");
+    }
     return *std::move(part);
 }
