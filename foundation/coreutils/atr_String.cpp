@@ -1,6 +1,7 @@
 #include "foundation/coreutils/atr_String.h"
 
 #include <charconv>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -28,6 +29,23 @@ class atr_Formatter {
         return std::move(text);
     }
 
+    /// The places of the template: the index of each one's argument and its conversion.
+    std::set<std::pair<int, char>> Places() {
+        std::set<std::pair<int, char>> places;
+        for (; position < format.size(); ++position) {
+            if (format[position] != '%') continue;
+            if (format.substr(position, 2) == "%%") {
+                ++position;
+                continue;
+            }
+            const Place place = ReadPlace();
+            if (!IsConversion(place.conversion)) continue;
+            places.emplace(place.numbered ? place.index : next++, place.conversion);
+            position = place.end - 1;
+        }
+        return places;
+    }
+
   private:
     /// What stands between the percent sign and the end of its conversion.
     struct Place {
@@ -40,6 +58,10 @@ class atr_Formatter {
     };
 
     static constexpr int kMaxNumber = 9999;
+
+    static bool IsConversion(char c) {
+        return std::string_view("scdiuxXg").find(c) != std::string_view::npos;
+    }
 
     int ReadNumber(std::size_t& at) const {
         int number = 0;
@@ -173,5 +195,10 @@ atr_Catalogue atr_SetCatalogue(atr_Catalogue catalogue) noexcept {
 }
 
 cow_String atr_translate(const cow_String& text) {
-    return installedCatalogue ? installedCatalogue(text) : text;
+    if (!installedCatalogue) return text;
+    const cow_String translation = installedCatalogue(text);
+    const auto places = [](const cow_String& t) {
+        return atr_Formatter(t.View(), nullptr, 0).Places();
+    };
+    return places(translation) == places(text) ? translation : text;
 }

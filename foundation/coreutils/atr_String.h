@@ -91,7 +91,9 @@ using atr_Catalogue = cow_String (*)(const cow_String& text);
 /// The shut-down of the library removes it.
 KTSBASCOREUTILS_API atr_Catalogue atr_SetCatalogue(atr_Catalogue catalogue) noexcept;
 
-/// The translation of `text` by the catalogue; `text` itself without one.
+/// The translation of `text` by the catalogue; `text` itself without one, and when the catalogue's
+/// text has other places than `text` (numbered ones may stand in another order): it could not be
+/// filled.
 [[nodiscard]] KTSBASCOREUTILS_API cow_String atr_translate(const cow_String& text);
 
 /// Translates `format`, then fills its places with the arguments.

@@ -43,6 +43,21 @@ TEST(atr_translate, LooksTheTemplateUpBeforeItIsFilled) {
     EXPECT_EQ(atr_SetCatalogue(nullptr), &InUpperCase);
 }
 
+TEST(atr_translate, UsesNoTextWithOtherPlacesThanItsKey) {
+    static const char* translation = "";
+    atr_SetCatalogue([](const cow_String&) { return cow_String(translation); });
+    const auto shown = [](const char* text) {
+        translation = text;
+        return atr_translate("%s has %d parts", "box", 3);
+    };
+    EXPECT_EQ(shown("%2$d Teile in %1$s"), "3 Teile in box");
+    EXPECT_EQ(shown("100%% %s: %03d"), "100% box: 003");
+    for (const char* unusable : {"", "%s", "%d in %s", "%s %d %s", "%s %s", "%s %x", "%1$s %3$d"}) {
+        EXPECT_EQ(shown(unusable), "box has 3 parts") << unusable;
+    }
+    atr_SetCatalogue(nullptr);
+}
+
 TEST(aio_FormatDouble, WritesAsPrintfDoesInTheClassicLocale) {
     std::mt19937_64 bits(1);
     char expected[64];

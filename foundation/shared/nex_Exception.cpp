@@ -9,8 +9,12 @@ const char* nex_Exception::what() const noexcept {
     return whatText.Characters();
 }
 
+const char* nex_Exception::PythonType() const { return "CorvixError"; }
+
+std::uint32_t nex_Exception::DynTypeId() const noexcept { return 0; }
+
+void nex_Exception::DBWrite(cls_WriteVisitor&) const {}
+
 cow_String nex_PrimException::JournalMessage(KTSBasStringMode mode) const {
     return message.Text(mode);
 }
-
-void nex_PrimException::Propagate() const { throw nex_PrimException(*this); }
