@@ -1,11 +1,15 @@
 #include "omu/KTSOvuOmu.h"
 
 #include <iterator>
-#include <span>
 
 #include "foundation/alloc/KTSBasUseCount.h"
 #include "foundation/shared/cls_FoundationClasses.h"
 #include "foundation/shared/cls_ModuleRegistration.h"
+#include "omu/omu_AttributeErrorException.h"
+#include "omu/omu_CmdExceptions.h"
+#include "omu/omu_CvxNameErrorException.h"
+#include "omu/omu_RangeErrorException.h"
+#include "omu/omu_TypeErrorException.h"
 
 namespace {
 
@@ -69,7 +73,26 @@ constexpr typ_ArchRow kClasses[] = {
 };
 static_assert(std::size(kClasses) == 51);
 
-constexpr std::span<const cls_MetadataRow> kMetadata;
+constexpr cls_MetadataRow kMetadata[] = {
+    {&omu_TypeErrorException::InitializeMetadata, 2},
+    {&omu_ArgNumberErrorException::InitializeMetadata, 2},
+    {&omu_ArgTypeErrorException::InitializeMetadata, 2},
+    {&omu_KeywordErrorException::InitializeMetadata, 2},
+    {&omu_KeywordTypeErrorException::InitializeMetadata, 2},
+    {&omu_GenericTypeErrorException::InitializeMetadata, 2},
+    {&omu_RangeErrorException::InitializeMetadata, 2},
+    {&omu_AttributeErrorException::InitializeMetadata, 2},
+    {&omu_CvxNameErrorException::InitializeMetadata, 2},
+    {&omu_KeyErrorException::InitializeMetadata, 2},
+    {&omu_IndexErrorException::InitializeMetadata, 2},
+    {&omu_ValueErrorException::InitializeMetadata, 2},
+    {&omu_OverflowErrorException::InitializeMetadata, 2},
+    {&omu_NameErrorException::InitializeMetadata, 2},
+    {&omu_ZeroDivisionErrorException::InitializeMetadata, 2},
+    {&omu_AccessErrorException::InitializeMetadata, 2},
+    {&omu_PyCorvixException::InitializeMetadata, 2},
+    {&omu_GuiAccessErrorException::InitializeMetadata, 2},
+};
 
 constexpr cls_ModuleRegistration kRegistration(19,
                                                {kClasses, static_cast<int>(std::size(kClasses))},
