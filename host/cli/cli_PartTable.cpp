@@ -38,8 +38,8 @@ class NumberFormat {
 };
 
 std::string Padded(const std::string& text, int width, bool toTheRight) {
-    const std::string blanks(
-        static_cast<std::size_t>(std::max(width - hst_CharacterCount(text), 0)), ' ');
+    const std::string blanks(static_cast<std::size_t>(std::max(width - hst_DisplayWidth(text), 0)),
+                             ' ');
     return toTheRight ? blanks + text : text + blanks;
 }
 
@@ -51,7 +51,7 @@ class Columns {
     void Add(Cells cells) {
         widths.resize(std::max(widths.size(), cells.size()));
         for (std::size_t i = 0; i < cells.size(); ++i) {
-            const int count = hst_CharacterCount(cells[i]);
+            const int count = hst_DisplayWidth(cells[i]);
             if (i > 0 || count <= kNameColumn) widths[i] = std::max(widths[i], count);
         }
         lines.push_back(std::move(cells));
@@ -73,7 +73,7 @@ class Columns {
     }
 
     void PrintLine(std::ostream& stream, const Cells& cells) const {
-        const bool fits = hst_CharacterCount(cells[0]) <= widths[0];
+        const bool fits = hst_DisplayWidth(cells[0]) <= widths[0];
         if (!fits) stream << cells[0] << '\n';
         stream << Padded(fits ? cells[0] : "", widths[0], false);
         for (std::size_t i = 1; i < cells.size(); ++i) {

@@ -10,8 +10,9 @@ class hst_Part;
 /// UTF-8 become U+FFFD, blanks at both ends go. Cleaning a clean name changes nothing.
 [[nodiscard]] std::string hst_CleanName(std::string_view text);
 
-/// Number of characters (code points) of UTF-8 text.
-[[nodiscard]] int hst_CharacterCount(std::string_view text);
+/// The columns that clean text takes on a terminal: two for an East Asian wide character, none for
+/// a combining mark, one for any other.
+[[nodiscard]] int hst_DisplayWidth(std::string_view text);
 
 /// Gives every part a name of its own: the first part of a name keeps it, later ones get "#2", "#3"
 /// and so on behind it, skipping what another part is named from the start. Returns the number of

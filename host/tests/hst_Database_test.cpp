@@ -119,6 +119,7 @@ TEST(hst_PartName, MakesNamesPrintableAndUnique) {
         EXPECT_EQ(hst_CleanName(name.text), name.clean);
         EXPECT_EQ(hst_CleanName(name.clean), name.clean);
     }
+    EXPECT_EQ(hst_DisplayWidth("Gela\u0308nde 日本"), 12);
     std::vector<hst_Part> parts;
     for (const char* name : {"a", "b", "a", "a#2", "a", "a#2"}) {
         parts.push_back(host_Tetrahedron(name, 1));
