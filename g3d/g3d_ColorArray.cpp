@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "foundation/basicutils/KTSBasOmniSSELevel.h"
 #include "g3d/detail/g3d_Simd.h"
 #include "g3d/g3d_ColorC.h"
 
@@ -196,7 +197,8 @@ G3D_AVX2_KERNEL void ConvertAvx2(Out* out, const In* in, std::size_t count) {
 
 template <class Out, class In>
 Out* ConvertOnThisProcessor(Out* out, const In* in, std::size_t count) {
-    const auto convert = g3d_UsesAvx2() ? ConvertAvx2<Out, In> : ConvertBaseline<Out, In>;
+    const auto convert =
+        KTSBasOmniMayUse(KTSBAS_CPU_AVX2) ? ConvertAvx2<Out, In> : ConvertBaseline<Out, In>;
     convert(out, in, count);
     return out;
 }

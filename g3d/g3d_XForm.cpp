@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "foundation/basicutils/KTSBasOmniSSELevel.h"
 #include "g3d/detail/g3d_Double3.h"
 #include "g3d/detail/g3d_Simd.h"
 
@@ -89,7 +90,7 @@ void g3d_XForm::Transform(g3d_Point* images, const g3d_Point* points,
     for (std::size_t row = 0; row < 4; ++row)
         for (std::size_t column = 0; column < 4; ++column)
             columns[column][row] = entries[row][column];
-    const auto transform = g3d_UsesAvx2() ? TransformAvx2 : TransformBaseline;
+    const auto transform = KTSBasOmniMayUse(KTSBAS_CPU_AVX2) ? TransformAvx2 : TransformBaseline;
     transform(columns, reinterpret_cast<float*>(images), reinterpret_cast<const float*>(points),
               count);
 }

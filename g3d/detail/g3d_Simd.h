@@ -3,8 +3,6 @@
 #include <cstdint>
 #include <cstring>
 
-#include "foundation/basicutils/KTSBasOmniSSELevel.h"
-
 /// Vectors of the compilers' own kind: element-wise arithmetic that rounds as the scalar operators
 /// do, on whatever registers the function at hand may use.
 using g3d_Float4 = float __attribute__((vector_size(16)));
@@ -26,17 +24,6 @@ struct g3d_EightLanes {
 #else
 #define G3D_AVX2_KERNEL
 #endif
-
-/// True when the AVX2 kernels are to be used: the processor has AVX2 and the level of the numeric
-/// runtime allows it.
-[[nodiscard]] inline bool g3d_UsesAvx2() noexcept {
-#if defined(__x86_64__)
-    static const bool processorHasAvx2 = __builtin_cpu_supports("avx2") != 0;
-    return processorHasAvx2 && (KTSBasOmniFeatureIndicator() & KTSBAS_CPU_AVX2) != 0;
-#else
-    return false;
-#endif
-}
 
 /// Unaligned load and store of a vector. Vectors pass by reference: by value, their place depends
 /// on the registers that the caller may use.
