@@ -387,7 +387,10 @@ void cow_List<T>::Initialize(int sizeHint) {
 
 template <class T>
 void cow_List<T>::FreeAll() noexcept {
-    ReleaseBlocks(0, blockSlots);
+    for (int index = 0; index < blockSlots; ++index) {
+        Block* const block = table[index];
+        if (block && block->count.Decrement() == 0) FreeBlock(block, index);
+    }
     mem_Free(table);
     delete tableCount;
 }

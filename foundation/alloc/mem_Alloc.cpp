@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <new>
+#include <utility>
 
 #include "foundation/alloc/detail/mem_TinyCells.h"
 
@@ -44,6 +45,7 @@ struct FreeCell {
 
 struct alignas(16) Chunk {
     Chunk* next;
+    std::size_t bytes;
 };
 
 constexpr std::size_t cellUnit = 8;
@@ -52,14 +54,16 @@ constexpr std::size_t firstChunkBytes = std::size_t{1} << 14;
 constexpr std::size_t largestChunkBytes = std::size_t{1} << 20;
 
 /// Cells of all sizes are cut from one chunk in the order of the requests, so that what is made
-/// together (a node and its counters, the headers of a list's blocks) lies together. Everything
-/// here is constant-initialised and trivially destroyed: the allocator serves before the first and
-/// after the last code of the library has run.
+/// together (a node and its counters, the headers of a list's blocks) lies together. When the last
+/// cell comes back the pool starts over from its first chunk, since the free cells by then are
+/// scattered. Everything here is constant-initialised and trivially destroyed: the allocator serves
+/// before the first and after the last code of the library has run.
 struct CellPool {
     FreeCell* freeCells[classCount];
     char* fresh;
     char* freshEnd;
-    Chunk* chunks;
+    Chunk* chunks;  ///< cut into cells; the first one is being cut
+    Chunk* spare;   ///< left from before the pool started over
     std::size_t nextChunkBytes;
     std::size_t live;
 };
@@ -119,16 +123,46 @@ void KeepRemainder() noexcept {
     list = cell;
 }
 
-void AddChunk() {
-    const std::size_t bytes = pool.nextChunkBytes ? pool.nextChunkBytes : firstChunkBytes;
-    Chunk* chunk = static_cast<Chunk*>(std::malloc(bytes));
-    if (!chunk) throw std::bad_alloc();
-    KeepRemainder();
+void CutCellsFrom(Chunk* chunk) noexcept {
     chunk->next = pool.chunks;
     pool.chunks = chunk;
     pool.fresh = reinterpret_cast<char*>(chunk) + sizeof(Chunk);
-    pool.freshEnd = reinterpret_cast<char*>(chunk) + bytes;
+    pool.freshEnd = reinterpret_cast<char*>(chunk) + chunk->bytes;
+}
+
+Chunk* NewChunk() {
+    const std::size_t bytes = pool.nextChunkBytes ? pool.nextChunkBytes : firstChunkBytes;
+    void* const memory = std::malloc(bytes);
+    if (!memory) throw std::bad_alloc();
     if (bytes < largestChunkBytes) pool.nextChunkBytes = bytes * 2;
+    return ::new (memory) Chunk{nullptr, bytes};
+}
+
+void AddChunk() {
+    Chunk* chunk = pool.spare;
+    if (chunk) {
+        pool.spare = chunk->next;
+    } else {
+        chunk = NewChunk();
+    }
+    KeepRemainder();
+    CutCellsFrom(chunk);
+}
+
+/// With no cell in use, forgets the free cells and cuts new ones in order.
+void StartOver() noexcept {
+    for (FreeCell*& list : pool.freeCells) list = nullptr;
+    while (pool.chunks->next) {
+        Chunk* const chunk = pool.chunks;
+        pool.chunks = chunk->next;
+        chunk->next = pool.spare;
+        pool.spare = chunk;
+    }
+    CutCellsFrom(std::exchange(pool.chunks, nullptr));
+}
+
+void FreeChunks(Chunk* chunk) noexcept {
+    while (chunk) std::free(std::exchange(chunk, chunk->next));
 }
 
 void* TakeFresh(std::size_t bytes) {
@@ -143,10 +177,8 @@ void* TakeFresh(std::size_t bytes) {
 void mem_detail::ReleaseUnusedChunks() noexcept {
     const PoolGuard guard;
     if (pool.live != 0) return;
-    while (Chunk* chunk = pool.chunks) {
-        pool.chunks = chunk->next;
-        std::free(chunk);
-    }
+    FreeChunks(pool.chunks);
+    FreeChunks(pool.spare);
     pool = CellPool{};
 }
 
@@ -196,7 +228,7 @@ void mem_OperatorDeleteTiny(void* block, std::size_t bytes) noexcept {
     FreeCell*& list = pool.freeCells[ClassOf(bytes)];
     cell->next = list;
     list = cell;
-    --pool.live;
+    if (--pool.live == 0) StartOver();
 }
 
 mem_FailureHook mem_SetFailureHook(mem_FailureHook hook) noexcept {
