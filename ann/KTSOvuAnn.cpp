@@ -3,6 +3,7 @@
 #include <iterator>
 #include <span>
 
+#include "ann/annC_Enumerations.h"
 #include "foundation/alloc/KTSBasUseCount.h"
 #include "foundation/shared/cls_ModuleRegistration.h"
 
@@ -37,6 +38,9 @@ void KTSOvuAnn_initialize(int& count) {
     try {
         kRegistration.InsertComponent();
         kRegistration.RegisterClasses();
+        omu_RegisterEnumerations<annC_ArrowHeadStyleEnm, annC_BackgroundStyleEnm,
+                                 annC_JustificationEnm, annC_LineStyleEnm, annC_LineThicknessEnm,
+                                 annC_RelativePositionEnm>();
     } catch (...) {
         KTSOvuAnn_finalize(count);
         throw;

@@ -5,6 +5,7 @@
 
 #include "foundation/alloc/KTSBasUseCount.h"
 #include "foundation/shared/cls_ModuleRegistration.h"
+#include "mdl/mdl_Model.h"
 
 namespace {
 
@@ -55,6 +56,8 @@ void KTSOvuMdl_initialize(int& count) {
     try {
         kRegistration.InsertComponent();
         kRegistration.RegisterClasses();
+        omu_RegisterEnumerations<mdl_Model::FormulationEnm, mdl_Model::RestartIncEnm,
+                                 mdl_ModelTypeEnm>();
     } catch (...) {
         KTSOvuMdl_finalize(count);
         throw;

@@ -8,7 +8,23 @@
 #include "omu/omu_AttributeErrorException.h"
 #include "omu/omu_CmdExceptions.h"
 #include "omu/omu_CvxNameErrorException.h"
+#include "omu/omu_InterfaceObj.h"
+#include "omu/omu_PrimBoolean.h"
+#include "omu/omu_PrimComplex.h"
+#include "omu/omu_PrimDictionary.h"
+#include "omu/omu_PrimEnum.h"
+#include "omu/omu_PrimException.h"
+#include "omu/omu_PrimExpr.h"
+#include "omu/omu_PrimNone.h"
+#include "omu/omu_PrimNumber.h"
+#include "omu/omu_PrimPath.h"
+#include "omu/omu_PrimString.h"
+#include "omu/omu_PrimType.h"
+#include "omu/omu_PrimWrapper.h"
+#include "omu/omu_PyObjectWrapper.h"
 #include "omu/omu_RangeErrorException.h"
+#include "omu/omu_SymbolicConstantTable.h"
+#include "omu/omu_TextRepr.h"
 #include "omu/omu_TypeErrorException.h"
 
 namespace {
@@ -92,6 +108,24 @@ constexpr cls_MetadataRow kMetadata[] = {
     {&omu_AccessErrorException::InitializeMetadata, 2},
     {&omu_PyCorvixException::InitializeMetadata, 2},
     {&omu_GuiAccessErrorException::InitializeMetadata, 2},
+    {&omu_Primitive::InitializeMetadata, 7},
+    {&omu_PrimNumber::InitializeMetadata, 3},
+    {&omu_PrimString::InitializeMetadata, 3},
+    {&omu_PrimEnumBase::InitializeMetadata, 7},
+    {&omu_PrimDictionaryBase::InitializeMetadata, 3},
+    {&omu_PrimStringDictionary::InitializeMetadata, 3},
+    {&omu_PrimBoolean::InitializeMetadata, 2},
+    {&omu_PrimComplex::InitializeMetadata, 2},
+    {&omu_PrimTranslatedString::InitializeMetadata, 2},
+    {&omu_PrimNone::InitializeMetadata, 2},
+    {&omu_PrimPath::InitializeMetadata, 2},
+    {&omu_PrimExpr::InitializeMetadata, 2},
+    {&omu_PrimType::InitializeMetadata, 2},
+    {&omu_PrimWrapper::InitializeMetadata, 2},
+    {&omu_PyObjectWrapper::InitializeMetadata, 2},
+    {&omu_PrimException::InitializeMetadata, 2},
+    {&omu_InterfaceObj::InitializeMetadata, 2},
+    {&omu_PrimIntDictionary::InitializeMetadata, 2},
 };
 
 constexpr cls_ModuleRegistration kRegistration(19,
@@ -105,6 +139,9 @@ void KTSOvuOmu_initialize(int& count) {
     try {
         kRegistration.InsertComponent();
         kRegistration.RegisterClasses();
+        omu_RegisterConstants(omu_OnOffNames::kEntries, omu_OnOffNames::kFamily);
+        omu_RegisterConstants(omu_TrueFalseNames::kEntries, omu_TrueFalseNames::kFamily);
+        omu_RegisterConstants(omu_YesNoNames::kEntries, omu_YesNoNames::kFamily);
     } catch (...) {
         KTSOvuOmu_finalize(count);
         throw;
@@ -113,6 +150,9 @@ void KTSOvuOmu_initialize(int& count) {
 
 void KTSOvuOmu_finalize(int& count) {
     if (!useCount.Lower(count)) return;
+    omi_SingletonBase<omu_TextRepr>::Finalize();
+    omi_SingletonBase<omu_SymbolicConstantTable>::Finalize();
+    omu_PyObjectWrapper::SetHooks({});
     kRegistration.Withdraw();
 }
 

@@ -4,8 +4,8 @@
 #include <stdexcept>
 
 #include "foundation/coreutils/atr_String.h"
-#include "foundation/shared/nex_CmdException.h"
 #include "omu/omu_PrimString.h"
+#include "omu/omu_TypeErrorException.h"
 
 cow_String omu_PrimDictionaryBase::TypeString() const { return "dictionary"; }
 
@@ -29,7 +29,7 @@ cow_String omu_PrimDictionaryBase::TextOf(int key) { return atr("%d", key); }
 cow_String omu_PrimDictionaryBase::TextOf(const cow_String& key) { return omu_Quoted(key); }
 
 void omu_PrimDictionaryBase::RequireValue(const omu_Primitive* value) {
-    if (!value) KTSBasThrow(nex_CmdException<atr_String, 1>("null in a dictionary"));
+    if (!value) KTSBasThrow(omu_GenericTypeErrorException());
 }
 
 void omu_PrimDictionaryBase::InitializeMetadata(cls_ClassRegistrar& registrar) {

@@ -4,6 +4,7 @@
 #include <type_traits>
 
 #include "omu/omu_PrimEnumBase.h"
+#include "omu/omu_SymbolicConstantTable.h"
 
 /// The names of the enumeration `ENUMTYPE`: the owner of the enumeration specialises this with
 ///   static constexpr omu_EnumEntry kEntries[] = {{"NAME", value}, ..., {}};
@@ -62,7 +63,12 @@ class omu_PrimEnum : public omu_PrimEnumBase {
         return static_cast<ENUMTYPE>(static_cast<std::int32_t>(EnumValue()));
     }
     explicit operator bool() const noexcept requires(kind == 2) { return Enumerator(); }
-    bool SetValue(ENUMTYPE enumerator) noexcept { return SetNumber(NumberOf(enumerator)); }
+    /// Takes the value; false, and the old one is kept, when it is not permitted. (Exactly the
+    /// enumeration: nothing converts.)
+    template <std::same_as<ENUMTYPE> Value>
+    bool SetValue(Value enumerator) noexcept {
+        return SetNumber(NumberOf(enumerator));
+    }
     /// Null is the empty name.
     bool SetValue(const char* name) { return SetName(name); }
 
@@ -78,6 +84,12 @@ class omu_PrimEnum : public omu_PrimEnumBase {
         return static_cast<std::int32_t>(enumerator);
     }
 };
+
+/// Adds the names of ordinary enumerations to the symbolic constants.
+template <class... Enumerations>
+void omu_RegisterEnumerations() {
+    (omu_RegisterConstants(omu_PrimEnumNames<Enumerations, 1>::kEntries), ...);
+}
 
 /// The pairs of names that stand for a truth value, each with the family that it belongs to.
 struct omu_OnOffNames {

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "foundation/coreutils/atr_String.h"
-#include "foundation/shared/nex_CmdException.h"
+#include "omu/omu_CmdExceptions.h"
 #include "omu/omu_PrimArchive.h"
 #include "omu/omu_PrimVisitor.h"
 #include "omu/omu_SymbolicConstantTable.h"
@@ -22,7 +22,7 @@ constexpr char kEnumeratorRefused[] =
     "omu_PrimEnum(ENUMTYPE) - Enum value not allowed: %d  Permissible: %s";
 
 [[noreturn]] void Raise(const cow_String& message) {
-    KTSBasThrow(nex_CmdException<atr_String, 1>(message));
+    KTSBasThrow(omu_ValueErrorException(message));
 }
 
 cow_Map<cow_String, unsigned> MapOf(const omu_EnumEntry* names) {
@@ -99,26 +99,26 @@ cow_String omu_PrimEnumBase::ReadName(cls_ReadVisitor& visitor) {
 cow_Map<cow_String, unsigned> omu_PrimEnumBase::PermissibleValues() const {
     if (table) return MapOf(table);
     cow_Map<cow_String, unsigned> own;
-    own.Insert(CurrentName(), value);
+    own.Insert(CurrentName(), currentValue);
     return own;
 }
 
 cow_String omu_PrimEnumBase::CurrentName() const {
-    if (!table) return omu_SymbolicConstantTable::Instance().GetString(value);
-    const omu_EnumEntry* const entry = Find(table, static_cast<std::int32_t>(value));
+    if (!table) return omu_SymbolicConstantTable::Instance().GetString(currentValue);
+    const omu_EnumEntry* const entry = Find(table, static_cast<std::int32_t>(currentValue));
     return entry ? entry->name : "";
 }
 
 bool omu_PrimEnumBase::SetName(const cow_String& name) {
     if (!table) return name == CurrentName();
     const omu_EnumEntry* const entry = Find(table, name);
-    if (entry) value = static_cast<std::uint32_t>(entry->value);
+    if (entry) currentValue = static_cast<std::uint32_t>(entry->value);
     return entry != nullptr;
 }
 
 bool omu_PrimEnumBase::SetNumber(std::int32_t number) noexcept {
     if (!Find(table, number)) return false;
-    value = static_cast<std::uint32_t>(number);
+    currentValue = static_cast<std::uint32_t>(number);
     return true;
 }
 

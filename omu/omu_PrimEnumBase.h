@@ -32,7 +32,7 @@ class KTSOVUGEOM_API omu_PrimEnumBase : public omu_Primitive {
 
     /// The permissible names with their values.
     [[nodiscard]] virtual cow_Map<cow_String, unsigned> PermissibleValues() const;
-    [[nodiscard]] unsigned EnumValue() const noexcept { return value; }
+    [[nodiscard]] unsigned EnumValue() const noexcept { return currentValue; }
     /// The name of the current value.
     [[nodiscard]] cow_String CurrentName() const;
     /// Takes the value of `name`; false, and nothing is changed, when it is not permitted.
@@ -61,10 +61,10 @@ class KTSOVUGEOM_API omu_PrimEnumBase : public omu_Primitive {
 
     /// A value of the enumeration `names`; null: a symbolic constant.
     omu_PrimEnumBase(const omu_EnumEntry* names, std::uint32_t initial) noexcept
-        : omu_Primitive(omu_PrimTag::kEnum), table(names), value(initial) {}
+        : omu_Primitive(omu_PrimTag::kEnum), table(names), currentValue(initial) {}
     /// Takes the value over and keeps its own table.
     omu_PrimEnumBase& operator=(const omu_PrimEnumBase& other) noexcept {
-        value = other.value;
+        currentValue = other.currentValue;
         return *this;
     }
 
@@ -86,5 +86,5 @@ class KTSOVUGEOM_API omu_PrimEnumBase : public omu_Primitive {
 
   private:
     const omu_EnumEntry* table;
-    std::uint32_t value;
+    std::uint32_t currentValue;
 };

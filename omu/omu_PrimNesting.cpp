@@ -1,9 +1,9 @@
 #include "omu/omu_PrimNesting.h"
 
-#include "foundation/shared/nex_CmdException.h"
+#include "omu/omu_CmdExceptions.h"
 
 void omu_PrimNesting::RaiseExceeded() const {
-    KTSBasThrow(nex_CmdException<atr_String, 1>(
+    KTSBasThrow(omu_ValueErrorException(
         depth > kMaxDepth ? atr("values nested more than %d deep", kMaxDepth)
                           : atr("values with more than %d elements in all", kMaxNodes)));
 }
