@@ -14,7 +14,8 @@ namespace {
 
 cow_String ClassText(std::uint32_t classId, const cls_ClassRegistrar& registrar) {
     const cls_ClassMetadata* const metadata = registrar.Find(classId);
-    const cow_String name = metadata ? metadata->Name() : typ_ArchCompTable::Name(classId);
+    const cow_String name =
+        metadata ? cow_String(metadata->Name().View()) : typ_ArchCompTable::Name(classId);
     return name.IsEmpty() ? atr("class %x", static_cast<unsigned>(classId)) : name;
 }
 

@@ -2,11 +2,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <functional>
 #include <limits>
 #include <string>
 #include <vector>
 
+#include "cow/cow_2DArrayArchive.h"
+#include "foundation/shared/cls_FoundationClasses.h"
 #include "idb/idb_ListPrim.h"
 #include "idb/idb_MapPrim.h"
 #include "idb/idb_MementoRead.h"
@@ -268,8 +271,48 @@ TEST(idb_Collections, ReadBackWithEverythingInTheirOrder) {
     EXPECT_EQ(again.Size(), out.Size());
 }
 
+// Extents that overflow 32 bits, are negative or promise rows without values give the empty array.
+TEST(cow_2DArrayArchive, ReadsWholeArraysOnly) {
+    test_Classes classes;
+    classes.AddClass(cls_ClassMetadata("Table", 79)
+                         .AddAttribute("_array", cls_KIND_EMBEDDED_OBJ, cls_2D_ARRAY_CLASS));
+    cls_ClassMetadata array("Array", cls_2D_ARRAY_CLASS);
+    array.AddAttribute("rows", cls_KIND_INT)
+        .AddAttribute("columns", cls_KIND_INT)
+        .AddAttribute("values", cls_KIND_COLLECTION, 0, cls_LIST_DOUBLE);
+    classes.AddClass(array);
+    cow_2DArray<double> table(2, 3);
+    for (int i = 0; i < 6; ++i) table.Get(i / 3, i % 3) = i;
+    bio_Ofilter out;
+    idb_MementoWrite memento(out, classes, 79, &table, true);
+    cow_Write2DArray(memento, "_array", table);
+    memento.Flush();
+    const auto read = [&](int rows, int columns) {
+        constexpr std::size_t columnsPlace = 18;  // two heads; then columns, rows in name order
+        bio_Buffer::Put(out.Sink().Extend(0) - out.Size() + columnsPlace,
+                        static_cast<std::uint32_t>(columns));
+        bio_Buffer::Put(out.Sink().Extend(0) - out.Size() + columnsPlace + 4,
+                        static_cast<std::uint32_t>(rows));
+        bio_Ifilter in(out.Data(), out.Size());
+        idb_MementoRead record(in, classes, 79);
+        return cow_Read2DArray(record, "_array");
+    };
+    const cow_2DArray<double> whole = read(2, 3);
+    ASSERT_EQ(whole.Rows() * 10 + whole.Cols(), 23);
+    for (int i = 0; i < 6; ++i) EXPECT_EQ(whole.ConstGet(i / 3, i % 3), i);
+    CaptureStderr();
+    for (const auto& [rows, columns] : {std::pair(-2, -3), {3, 3}, {65536, 65536}, {INT_MAX, 0}}) {
+        EXPECT_EQ(read(rows, columns).Rows(), 0);
+    }
+    EXPECT_EQ(GetCapturedStderr(),
+              "Error reading array: -2 rows and -3 columns for 6 values\n"
+              "Error reading array: 3 rows and 3 columns for 6 values\n"
+              "Error reading array: 65536 rows and 65536 columns for 6 values\n"
+              "Error reading array: 2147483647 rows and 0 columns for 6 values\n");
+}
+
 // Every reader against every collection type: it takes its own and names the type of any other.
-TEST(idb_Collections, TakeTheirTypesOnly) {
+TEST(cls_CollectionType_Kept, GivesListsTwoNumbersAndMapsOne) {
     using Make = std::function<bool(idb_MementoRead&)>;
     const cow_String text;
     struct Case {

@@ -128,7 +128,7 @@ void idb_MementoRead::ReadNumberField(const cls_FieldHandle& field, T& value) {
     if (found->storage == idb_StorageEnm::String) {
         if (!strings.empty()) value = idb_NumberAs<T>(idb_ParseNumber(strings[place]));
     } else if (found->storage != idb_StorageEnm::Nested && fixedBlock) {
-        value = idb_NumberAs<T>(idb_LoadNumber(found->kind, fixedBlock + place));
+        value = idb_LoadField<T>(found->kind, fixedBlock + place);
     }
 }
 

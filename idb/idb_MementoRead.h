@@ -70,6 +70,9 @@ class KTSOVUGEOM_API idb_MementoRead : public cls_MementoRead {
 
     std::unique_ptr<cls_ReadVisitor> MakeReadObj(const cls_FieldHandle& field) override;
     std::unique_ptr<cls_ReadVisitor> MakeBaseReadObj() override;
+    /// Kept: the line on standard error about an object of another class than the requested one has
+    /// no line end, where one would have expected one as behind every other; who searches logs
+    /// relies on the text as it is.
     void* ReadObjPtr(const cls_FieldHandle& field, std::uint32_t requested, bool& isFirst) override;
     void* ReadObjValue(const cls_FieldHandle& field, std::uint32_t requested) override;
     std::shared_ptr<cls_CowHolder> ReadObjCow(const cls_FieldHandle& field, std::uint32_t requested,

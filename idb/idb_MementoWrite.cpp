@@ -125,7 +125,7 @@ void idb_MementoWrite::WriteNumberField(const cls_FieldHandle& field, const T& v
     if (found->storage == idb_StorageEnm::String) {
         if (!strings.empty()) strings[place] = idb_TextOf(idb_NumberOf(value));
     } else if (!fixedBlock.empty()) {
-        idb_StoreNumber(found->kind, fixedBlock.data() + place, idb_NumberOf(value));
+        idb_StoreField(found->kind, fixedBlock.data() + place, value);
     }
 }
 

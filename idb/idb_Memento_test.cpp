@@ -393,16 +393,22 @@ TEST_F(idb_Memento, RefusesANumberOfAnotherClass) {
     EXPECT_EQ(GetCapturedStderr(),
               "Error reading object ptr for 7ff00002 does not inherit from 7ff00001");
     EXPECT_EQ(filter->Remaining(), 0u);
+}
 
-    idb_MementoRead again(Filter("4e000000"
-                                 "01"
-                                 "00000000" +
-                                 node),
-                          classes, 78);
+TEST(idb_MementoRead_Kept, ReportsAnObjectOfAnotherClassWithoutALineEnd) {
+    test_Classes classes;
+    cls_ClassMetadata metadata("Single", 78);
+    metadata.AddAttribute("_a", cls_KIND_OBJ_POINTER);
+    classes.AddClass(metadata);
+    const std::vector<std::byte> stream =
+        Bytes("4e00000001000000000200f07f0102000000070000000100000000");
+    bio_Ifilter in(stream.data(), stream.size());
+    idb_MementoRead record(in, classes, 78);
     CaptureStderr();
-    EXPECT_EQ(again.ReadObjPtr("_a", test_Mixed::TypeId()), nullptr);
+    EXPECT_EQ(record.ReadObjPtr("_a", test_Mixed::TypeId()), nullptr);
     EXPECT_EQ(GetCapturedStderr(),
               "Error reading object ptr for 7ff00002 does not inherit from 7ff00001");
+    EXPECT_EQ(test_Node::living, 0);
 }
 
 // An object refers to itself: it is not finished when the reference is met.

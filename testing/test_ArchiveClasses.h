@@ -300,7 +300,7 @@ struct test_Owner {
         embedded = cls_ReadEmbedded<test_Node>(visitor, "_embedded");
         owned.reset(static_cast<test_Node*>(visitor.ReadObjValue("_owned", test_Node::TypeId())));
         bool isFirst = false;
-        for (int i = 0; i < 2; ++i) {
+        for (std::size_t i = 0; i < seen.size(); ++i) {
             seen[i] = static_cast<test_Node*>(
                 visitor.ReadObjPtr(i == 0 ? "_first" : "_second", test_Node::TypeId(), isFirst));
             if (isFirst) handedOver[i].reset(seen[i]);

@@ -2,8 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "foundation/coreutils/omi_Allocator.h"
@@ -12,7 +14,6 @@
 
 /// How far the object behind a reference number has come.
 enum class bio_ReadStateEnm : std::uint8_t {
-    Unknown,  ///< no object of this number was read, or it was forgotten
     Reading,  ///< its record is being read
     Pointer,  ///< read, and handed out by pointer
     Shared,   ///< read, and held by a handle of this table
@@ -22,13 +23,14 @@ enum class bio_ReadStateEnm : std::uint8_t {
 struct bio_ReadObject {
     void* object = nullptr;
     std::uint32_t classId = 0;
-    int number = 0;
-    bio_ReadStateEnm state = bio_ReadStateEnm::Unknown;
+    bio_ReadStateEnm state = bio_ReadStateEnm::Reading;
+    std::shared_ptr<cls_CowHolder> holder;  ///< null for an object that was handed out by pointer
 };
 
 /// The objects read from one stream by their reference numbers. The class is kept with the object,
-/// so that a number which names an object of another class is found out. Numbers are arbitrary (a
-/// hash table), and 0 stands for no object.
+/// so that a number which names an object of another class is found out. Numbers are arbitrary, and
+/// 0 stands for no object. A tree: whatever numbers a stream chooses, it takes the same time and
+/// memory for each; those in ascending order, as a writer gives them, are found at its end.
 class KTSBASSHARED_API bio_ReadObjectTable {
   public:
     /// The object of `number`; null when it is unknown.
@@ -38,13 +40,11 @@ class KTSBASSHARED_API bio_ReadObjectTable {
     /// The record of `number` was read and became no object of its own: forgets it if it is still
     /// being read.
     void EndObject(int number) noexcept;
-    /// The record of `number` became `object`, which is handed out. REQUIRES: `number` was begun.
+    /// The record of `number` became `object`, which is handed out by pointer.
     void SetObject(int number, std::uint32_t classId, void* object);
-    /// `SetObject` for an object in a handle, which this table keeps.
+    /// The record of `number` became `object`, which `holder` holds.
     void SetShared(int number, std::uint32_t classId, void* object,
                    std::shared_ptr<cls_CowHolder> holder);
-    /// The handle of `number`; null when it has none.
-    [[nodiscard]] std::shared_ptr<cls_CowHolder> Holder(int number) const;
 
     /// The place in the order of handing out by pointer.
     [[nodiscard]] std::size_t Mark() const noexcept { return handedOut.size(); }
@@ -53,13 +53,10 @@ class KTSBASSHARED_API bio_ReadObjectTable {
     void ForgetPointers(std::size_t begin, std::size_t end) noexcept;
 
   private:
-    [[nodiscard]] std::size_t SlotOf(int number) const noexcept;
-    void GrowTable();
-    void Forget(int number) noexcept;
+    using Entry = std::pair<const int, bio_ReadObject>;
 
-    std::vector<bio_ReadObject, omi_Allocator<bio_ReadObject>> slots;
-    std::size_t used = 0;
-    std::uint64_t seed = 0;
+    void Set(int number, bio_ReadObject object);
+
+    std::map<int, bio_ReadObject, std::less<>, omi_Allocator<Entry>> objects;
     std::vector<int, omi_Allocator<int>> handedOut;
-    std::map<int, std::shared_ptr<cls_CowHolder>> holders;
 };

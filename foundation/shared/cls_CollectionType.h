@@ -1,8 +1,11 @@
 #pragma once
 
 /// What a collection field holds: container and element type, by the number that archives keep.
-/// The numbers are fixed with their irregularities: unsigned integers are 57 and 87 in lists and 66
-/// and 76 in maps; some collections answer to two or three numbers.
+///
+/// Kept: lists of unsigned integers are 57 and 87 while maps to unsigned integers are 66 and 76,
+/// and a list answers to two numbers where a map of primitive values answers to one; one would have
+/// expected the same last digit and the same rule for both. The metadata of every stored class rely
+/// on the numbers.
 enum cls_CollectionType : int {
     cls_NO_COLLECTION = 0,
     cls_LIST_OBJ = 1,

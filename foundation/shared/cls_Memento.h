@@ -34,6 +34,9 @@ class KTSBASSHARED_API cls_MementoWrite : public cls_WriteVisitor {
     auto MakeAgentListObj(int /*count*/) { return MakeWriteListObj(1); }
     auto MakeAgentMapInt2Obj() { return MakeWriteMapInt2Obj(1); }
     auto MakeAgentMapString2Obj() { return MakeWriteMapString2Obj(1); }
+    auto MakeAgentProxy(const cls_FieldHandle& field, std::uint32_t classId) {
+        return MakeWriteObj(field, classId, cls_Uid());
+    }
 };
 
 /// A reading visitor that carries one object's state from a storage.

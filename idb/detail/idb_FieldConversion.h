@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -7,6 +8,8 @@
 #include <type_traits>
 
 #include "foundation/coreutils/cow_String.h"
+#include "foundation/shared/bio_Buffer.h"
+#include "foundation/shared/cls_ClassMetadata.h"
 
 /// The value of a number field as it is handed in or out: every integer of a field fits in the
 /// first, every floating-point number in the second.
@@ -57,6 +60,35 @@ template <class T>
 void idb_StoreNumber(int kind, std::byte* place, const idb_Number& number) noexcept;
 /// Decodes the field of `kind` at `place`.
 [[nodiscard]] idb_Number idb_LoadNumber(int kind, const std::byte* place) noexcept;
+
+/// `idb_StoreNumber` and `idb_LoadNumber`, without the way through a number where the field has the
+/// type of the value.
+template <class T>
+void idb_StoreField(int kind, std::byte* place, const T& value) noexcept {
+    if constexpr (std::is_same_v<T, double>) {
+        if (kind == cls_KIND_DOUBLE) {
+            return bio_Buffer::Put(place, std::bit_cast<std::uint64_t>(value));
+        }
+    } else if constexpr (std::is_same_v<T, float>) {
+        if (kind == cls_KIND_FLOAT) {
+            return bio_Buffer::Put(place, std::bit_cast<std::uint32_t>(value));
+        }
+    } else if constexpr (std::is_same_v<T, int>) {
+        if (kind == cls_KIND_INT) return bio_Buffer::Put(place, static_cast<std::uint32_t>(value));
+    }
+    idb_StoreNumber(kind, place, idb_NumberOf(value));
+}
+template <class T>
+[[nodiscard]] T idb_LoadField(int kind, const std::byte* place) noexcept {
+    if constexpr (std::is_same_v<T, double>) {
+        if (kind == cls_KIND_DOUBLE) return std::bit_cast<double>(bio_Buffer::Get64(place));
+    } else if constexpr (std::is_same_v<T, float>) {
+        if (kind == cls_KIND_FLOAT) return std::bit_cast<float>(bio_Buffer::Get32(place));
+    } else if constexpr (std::is_same_v<T, int>) {
+        if (kind == cls_KIND_INT) return static_cast<int>(bio_Buffer::Get32(place));
+    }
+    return idb_NumberAs<T>(idb_LoadNumber(kind, place));
+}
 
 /// The number as decimal text, and the number that a text is from its first to its last character;
 /// 0 for any other text.

@@ -116,8 +116,8 @@ std::shared_ptr<cls_CowHolder> idb_ObjectReader::TakeCow(idb_BuiltObject& built,
                                                          cls_CowAdopt adopt) const {
     if (!IsA(built, requested)) return nullptr;
     bool isFit = true;
-    if (Known(built, isFit)) {
-        auto holder = isFit ? filter->Objects().Holder(built.number) : nullptr;
+    if (const bio_ReadObject* const known = Known(built, isFit)) {
+        auto holder = isFit ? known->holder : nullptr;
         if (isFit && !holder) {
             ReportNumber(*filter,
                          "Error reading object: number %d was handed out by pointer before\n",

@@ -37,8 +37,10 @@ bool idb_HasOwnBody(std::uint32_t classId) noexcept {
 idb_RecordLayout::idb_RecordLayout(const cls_ClassMetadata& metadata)
     : collectionType(metadata.CollectionType()) {
     cow_Map<cow_String, int> strings;  // name to index among the fields
+    names.reserve(metadata.Attributes().size());
     for (const cls_AttributeMetadata& attribute : metadata.Attributes()) {
-        idb_FieldLayout field{attribute.name, attribute.kind, attribute.classId,
+        names.emplace_back(attribute.name.View());
+        idb_FieldLayout field{names.back(), attribute.kind, attribute.classId,
                               attribute.collectionType, StorageOf(attribute.kind)};
         if (field.storage == idb_StorageEnm::String) {
             strings.Insert(field.name, static_cast<int>(fields.size()));
@@ -54,9 +56,15 @@ idb_RecordLayout::idb_RecordLayout(const cls_ClassMetadata& metadata)
 }
 
 const idb_FieldLayout* idb_RecordLayout::Find(std::string_view fieldName) const noexcept {
-    const auto found = std::ranges::lower_bound(
-        fields, fieldName, {}, [](const idb_FieldLayout& field) { return field.name.View(); });
-    return found != fields.end() && found->name.View() == fieldName ? &*found : nullptr;
+    if (fields.empty()) return nullptr;
+    std::size_t& guess = fields[lastFound].successor;
+    if (fields[guess].name != fieldName) {
+        const auto found = std::ranges::lower_bound(fields, fieldName, {}, &idb_FieldLayout::name);
+        if (found == fields.end() || found->name != fieldName) return nullptr;
+        guess = static_cast<std::size_t>(found - fields.begin());
+    }
+    lastFound = guess;
+    return &fields[lastFound];
 }
 
 // The mementos are the only users of the filters' state.

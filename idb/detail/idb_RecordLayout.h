@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -26,17 +27,22 @@ inline constexpr std::uint32_t idb_ANY_CLASS = 2;
 enum class idb_StorageEnm : std::uint8_t { Nested, FourBytes, EightBytes, String };
 
 struct idb_FieldLayout {
-    cow_String name;
+    std::string_view name;
     int kind;  ///< a `cls_KindEnm`
     std::uint32_t classId;
     cls_CollectionType collectionType;
     idb_StorageEnm storage;
     int place = 0;  ///< offset in the fixed block, or index among the strings
+    /// The field that was asked for after this one last time, as a first guess.
+    mutable std::size_t successor = 0;
 };
 
 /// Where the records of one class keep their fields: the fixed block holds the numbers in ascending
 /// order of the field names, without padding; the strings follow in the order in which a
 /// `cow_Map` with the names as keys, entered in ascending order, visits them.
+///
+/// Finding a field remembers what objects of the class ask for in turn, so a layout belongs to one
+/// thread.
 class idb_RecordLayout {
   public:
     explicit idb_RecordLayout(const cls_ClassMetadata& metadata);
@@ -48,7 +54,11 @@ class idb_RecordLayout {
     [[nodiscard]] cls_CollectionType CollectionType() const noexcept { return collectionType; }
 
   private:
+    /// What the fields' names are views of. Copies of their own: the metadata are everybody's, and
+    /// sharing their strings would count in them.
+    std::vector<std::string> names;
     std::vector<idb_FieldLayout> fields;
+    mutable std::size_t lastFound = 0;
     std::size_t fixedSize = 0;
     std::size_t stringCount = 0;
     cls_CollectionType collectionType;
