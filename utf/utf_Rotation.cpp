@@ -17,13 +17,21 @@ namespace {
 
 constexpr int three = 3;
 
-void QuaternionOfGeneric(double* q, const double* r) { utf_QuaternionOfRotation(q, r); }
+int QuaternionOfGeneric(double* q, const double* r) { return utf_QuaternionOfRotation(q, r); }
 
 #if UTF_HAS_AVX2_BUILD
-[[gnu::target("avx2")]] void QuaternionOfAvx2(double* q, const double* r) {
-    utf_QuaternionOfRotation(q, r);
+[[gnu::target("avx2")]] int QuaternionOfAvx2(double* q, const double* r) {
+    return utf_QuaternionOfRotation(q, r);
 }
 #endif
+
+/// One of the two builds, as the processor and its set level allow.
+int QuaternionOf(double* q, const double* r) {
+#if UTF_HAS_AVX2_BUILD
+    if (KTSBasOmniMayUse(KTSBAS_CPU_AVX2)) return QuaternionOfAvx2(q, r);
+#endif
+    return QuaternionOfGeneric(q, r);
+}
 
 /// True when the norm of `q` differs from 1 by more than 0.01. Most quaternions are told by the
 /// squared norm, without the root.
@@ -40,8 +48,6 @@ int SelectorOf(int code) {
 }
 
 }  // namespace
-
-void utf_ReportCalquatError(int number) { std::printf("SYSTEM ERROR %d IN CALQUAT\n", number); }
 
 void ktsovuutf_quat2rot3d(const double* q, double* r, int* flag) {
     *flag = IsFarFromUnit(q) ? 1 : 0;
@@ -71,15 +77,8 @@ void ktsovu_rotmatfromrotvect(double* r, const double* v, const double* tol) {
 
 void utf_calquat(double* q, const double* r, const int* scalarFirst) {
     double vectorFirst[4];
-#if UTF_HAS_AVX2_BUILD
-    if (KTSBasOmniMayUse(KTSBAS_CPU_AVX2)) {
-        QuaternionOfAvx2(vectorFirst, r);
-    } else {
-        QuaternionOfGeneric(vectorFirst, r);
-    }
-#else
-    QuaternionOfGeneric(vectorFirst, r);
-#endif
+    const int error = QuaternionOf(vectorFirst, r);
+    if (error != 0) std::printf("SYSTEM ERROR %d IN CALQUAT\n", error);
     const int shift = *scalarFirst != 0 ? 1 : 0;
     for (int i = 0; i < 4; ++i) q[(i + shift) % 4] = vectorFirst[i];
 }

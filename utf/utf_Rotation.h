@@ -2,44 +2,39 @@
 
 #include <cmath>
 
-#include "cow/KTSOvuGeomExport.h"
-
 /// Inline forms of the flat rotation routines (utf_RotationC.h) for C++ code that converts many
 /// rotations: the same bits without the call. Arrays as there: 3 x 3 matrices are nine doubles in
 /// column-major order, quaternions (x, y, z, w).
 
-/// Writes "SYSTEM ERROR `number` IN CALQUAT" to standard output.
-KTSOVUGEOM_API void utf_ReportCalquatError(int number);
-
 /// The quaternion `q` (4) of the rotation matrix `r` (9), as `utf_calquat` with the vector part
-/// first.
-[[gnu::always_inline]] inline void utf_QuaternionOfRotation(double* q, const double* r) {
+/// first. Answers 0, or the number of the error that `utf_calquat` would report for a matrix that
+/// is far from a rotation.
+[[gnu::always_inline]] inline int utf_QuaternionOfRotation(double* q, const double* r) {
     const double t = r[0] + r[4] + r[8];
     const double pivot[4] = {t, r[0], r[4], r[8]};
     unsigned largest = r[4] >= r[0] ? 2 : 1;
     largest = r[8] >= pivot[largest] ? 3 : largest;
     if (t >= pivot[largest]) {
-        if (t <= -1) utf_ReportCalquatError(1);
         const double w = 0.5 * std::sqrt(t + 1);
         const double d = 4 * w;
         q[0] = (r[5] - r[7]) / d;
         q[1] = (r[6] - r[2]) / d;
         q[2] = (r[1] - r[3]) / d;
         q[3] = w;
-        return;
+        return t <= -1 ? 1 : 0;
     }
     // The three other cases are one, with the axes taken in cyclic order from the largest.
     const unsigned i = largest - 1;
     const unsigned j = largest % 3;
     const unsigned k = (largest + 1) % 3;
     const double square = 0.5 * pivot[largest] + 0.25 * (1 - t);
-    if (square < 0) utf_ReportCalquatError(3);
     const double component = std::sqrt(square);
     const double d = 4 * component;
     q[i] = component;
     q[j] = (r[j + 3 * i] + r[i + 3 * j]) / d;
     q[k] = (r[k + 3 * i] + r[i + 3 * k]) / d;
     q[3] = (r[k + 3 * j] - r[j + 3 * k]) / d;
+    return square < 0 ? 3 : 0;
 }
 
 /// The matrix `r` (9) of the quaternion `q` (4) as given, as `ktsovuutf_quat2rot3d` without its
