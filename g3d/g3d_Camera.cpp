@@ -189,14 +189,7 @@ g3d_Camera& g3d_Camera::SetWindow(float width, float height) noexcept {
 g3d_Camera& g3d_Camera::SetNearFar(float nearValue, float farValue) noexcept {
     if (std::isnan(nearValue) || std::isnan(farValue)) return *this;
     if (!IsLimitsOff()) Admit(nearValue, farValue);
-    if (nearValue == nearDistance && farValue == farDistance) return *this;
-    const float oldNear = nearDistance;
-    const float oldFar = farDistance;
-    nearDistance = nearValue;
-    farDistance = farValue;
-    if (!IsLimitsOff()) ApplyNearFarRule();
-    if (nearDistance != oldNear || farDistance != oldFar) modeBits &= ~aspectCorrectedBit;
-    projectionStale = true;
+    if (nearValue != nearDistance || farValue != farDistance) StoreNearFar(nearValue, farValue);
     return *this;
 }
 
@@ -283,9 +276,10 @@ g3d_Camera& g3d_Camera::SetLimitsOff(bool off) noexcept {
     }
     if (!IsLimitsOff()) return *this;
     modeBits &= ~limitsOffBit;
-    Admit(nearDistance, farDistance);
-    ApplyNearFarRule();
-    projectionStale = true;
+    float nearValue = nearDistance;
+    float farValue = farDistance;
+    Admit(nearValue, farValue);
+    StoreNearFar(nearValue, farValue);
     return SetWindow(windowWidth, windowHeight);
 }
 
@@ -577,6 +571,16 @@ void g3d_Camera::Place(const g3d_Double3& newEye, const g3d_Double3& newTarget) 
 void g3d_Camera::StoreProjection(bool perspective) noexcept {
     modeBits &= ~(perspectiveBit | aspectCorrectedBit);
     if (perspective) modeBits |= perspectiveBit;
+    projectionStale = true;
+}
+
+void g3d_Camera::StoreNearFar(float nearValue, float farValue) noexcept {
+    const float oldNear = nearDistance;
+    const float oldFar = farDistance;
+    nearDistance = nearValue;
+    farDistance = farValue;
+    if (!IsLimitsOff()) ApplyNearFarRule();
+    if (nearDistance != oldNear || farDistance != oldFar) modeBits &= ~aspectCorrectedBit;
     projectionStale = true;
 }
 

@@ -34,8 +34,9 @@ enum g3d_SavedViewIdEnum : int {
 /// viewer), D is the view distance, and q is D / near in perspective and 1 in parallel projection:
 /// what one unit of the window measures at the target.
 ///
-/// `keepTarget` means the same everywhere: true leaves eye and target where they are and lets the
-/// view offsets carry the change; false leaves the offsets alone.
+/// `keepTarget` means the same in every pan and zoom: true leaves eye and target where they are and
+/// lets the view offsets carry the change; false leaves the offsets alone. In `Rotate`, which turns
+/// the camera either way, true keeps the target from being re-centred.
 ///
 /// Limits: near and far obey the near/far rule, every window set passes the window limits (see
 /// `SetNearFar`, `SetWindow`); out-of-range values are limited silently. `SetLimitsOff(true)` takes
@@ -271,6 +272,7 @@ class g3d_Camera {
     void ScaleWindowAndOffsets(float factor) noexcept;
     void Place(const g3d_Double3& newEye, const g3d_Double3& newTarget) noexcept;
     void StoreProjection(bool perspective) noexcept;
+    void StoreNearFar(float nearValue, float farValue) noexcept;
     void StoreWindow(float width, float height) noexcept;
     void TargetBetweenPlanes() noexcept;
     void RotateAbout(const g3d_Double3& centre, const Turn& turn) noexcept;

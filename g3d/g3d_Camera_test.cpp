@@ -445,6 +445,10 @@ TEST(g3d_Camera, FollowsTheShapeOfTheDevice) {
         clearing[i](c);
         EXPECT_FALSE(c.IsAspectCorrected()) << i;
     }
+    // The limits, switched on again, change near and far.
+    g3d_Camera limited;
+    limited.SetLimitsOff(true).SetNearFar(-1, -2).CorrectAspect(1, 1, 1, 0, 1, 0, 1);
+    EXPECT_FALSE(limited.SetLimitsOff(false).IsAspectCorrected());
     // Refused as a whole.
     for (const float bad : {0.0f, -1.0f}) {
         g3d_Camera c;

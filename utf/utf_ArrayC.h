@@ -4,8 +4,7 @@
 
 /* Array routines for flat numeric code. Every argument is a pointer, scalars and counts included,
    so that C and Fortran (bind(C)) call them alike; arrays are column-major: element (i, j) of an
-   array with m rows stands at (i - 1) + m * (j - 1). Counts of zero or less leave the outputs
-   alone. */
+   array with m rows stands at (i - 1) + m * (j - 1). A negative count is taken as zero. */
 
 #ifdef __cplusplus
 extern "C" {

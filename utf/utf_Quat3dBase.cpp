@@ -84,8 +84,9 @@ void utf_Quat3dBase<T>::toVector(T* result) const {
 template <class T>
 bool utf_Quat3dBase<T>::projectOn(const gsl_Vector& v, unsigned axis, double tol) {
     if (axis > 2) return false;
-    T rows[3][3];
-    cosines(rows);
+    double components[4] = {double(q[0]), double(q[1]), double(q[2]), double(q[3])};
+    double rows[3][3];
+    utf_Quat3dBase<double>(components).cosines(rows);
     gsl_Vector local(rows[axis][0], rows[axis][1], rows[axis][2]);
     local.Normalize();
     if (!(std::fabs(local.DotProduct(v)) <= tol)) return false;

@@ -146,6 +146,19 @@ TEST(utf_Quaternion, TakesTheRotationOfAMatrixAndCopiesAsItsOwnClass) {
     EXPECT_EQ(*copy, base);
 }
 
+TEST(utf_Quat3dBase, ReaimsInDoubleAndRoundsOnce) {
+    for (int i = 0; i < 50; ++i) {
+        const utf_Quaternion<float> q(0.1f * static_cast<float>(i), 0.7f, -1.3f);
+        float single[4];
+        double wide[4];
+        for (int k = 0; k < 4; ++k) wide[k] = single[k] = q.Components()[k];
+        const gsl_Vector v(0.3, -0.5, 0.8);
+        ASSERT_TRUE(utf_Quat3dBase<float>(single).projectOn(v, 1, 10));
+        ASSERT_TRUE(utf_Quat3dBase<double>(wide).projectOn(v, 1, 10));
+        for (int k = 0; k < 4; ++k) EXPECT_EQ(single[k], static_cast<float>(wide[k])) << i;
+    }
+}
+
 TEST(utf_Quat2dBase_Kept, CosinesZeroesTheSecondRowAndLeavesTwoElements) {
     double components[2] = {std::sin(0.3), std::cos(0.3)};
     double rows[3][3] = {{7, 7, 7}, {7, 7, 7}, {7, 7, 7}};

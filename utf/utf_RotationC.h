@@ -15,13 +15,14 @@ extern "C" {
 /** Rotation matrix `r` (9) of the quaternion `q` (4) as given, never normalised. `flag` becomes 1
     when the norm of q differs from 1 by more than 0.01, else 0.
 
-    Kept: the diagonal has the two-square form 2 (x x + w w) - 1, so a quaternion that is not of
-   unit length gives another diagonal than the direction cosines of `utf_Quat3dBase` (four squares,
-   whose transpose `r` is otherwise). Numeric code relies on each form. */
+    Kept: the diagonal has the two-square form 2 (x x + w w) - 1, so that a quaternion not of unit
+    length gives another diagonal than the direction cosines of `utf_Quat3dBase` (four squares,
+    whose transpose `r` is otherwise). Numeric code relies on each form. */
 KTSOVUGEOM_API void ktsovuutf_quat2rot3d(const double* q, double* r, int* flag);
 
 /** Rotation matrix `r` (9) of the rotation vector `v` (3: axis times angle) by Rodrigues' formula
-   for the unnormalised vector. The identity when the angle |v| is not above `tol`. */
+    for the unnormalised vector. The identity when the angle |v| is not above `tol`; a `tol` below 0
+    leaves a null vector to the formula, which gives NaN. */
 KTSOVUGEOM_API void ktsovu_rotmatfromrotvect(double* r, const double* v, const double* tol);
 
 /** Quaternion `q` of the rotation matrix `r` (Shepperd's choice of the largest of the trace and the
@@ -32,8 +33,7 @@ KTSOVUGEOM_API void ktsovu_rotmatfromrotvect(double* r, const double* v, const d
 KTSOVUGEOM_API void utf_calquat(double* q, const double* r, const int* scalarFirst);
 
 /** `utf_calquat` (vector part first) after the repair of a left-handed matrix: when
-    (column 1 x column 2) . column 3 is negative, column 2 of `r` is negated in the caller's array.
- */
+    (column 1 x column 2) . column 3 is negative, the caller's column 2 of `r` is negated. */
 KTSOVUGEOM_API void utf_getquat(double* q, double* r);
 
 /** Rotates the symmetric tensor `t` (6: 11, 22, 33, 12, 13, 23) into `out` (9: the full tensor).
@@ -42,14 +42,14 @@ KTSOVUGEOM_API void utf_getquat(double* q, double* r);
     Kept: unlike everything else here, q[0] is read as the scalar, and a 2-D quaternion (s, c) goes
     into the last two places behind a zero scalar. The stored identity (0, 0, 0, 1) therefore turns
     the tensor by a half-turn about axis 3 (13 and 23 change sign), and a 2-D quaternion mixes axes
-   2 and 3. One would expect the layout of the other routines; callers hand in arrays made for this
-    one. */
+    2 and 3. One would expect the layout of the other routines; callers hand in arrays made for
+    this one. */
 KTSOVUGEOM_API void utf_quatrot(const double* t, const double* q, double* out, const int* n);
 
 /** Principal values and orientation of the tensor `t`: out[0..2] the principal values, out[3..6]
-   the quaternion (x, y, z, w) of the principal directions. `ndi` direct and `nshr` shear components
-    follow one another in t; values and directions are sorted in descending order over the `ndi`
-    direct ones when there are two or more, so that a plane state keeps the 3-axis third. A
+    the quaternion (x, y, z, w) of the principal directions. `ndi` direct and `nshr` shear
+    components follow one another in t; values and directions are sorted in descending order over
+    the first `ndi` when there are two or more, so that two keep the 3-axis third. A
     left-handed set gets its second direction negated. Element codes (`code`, divided by 1000 when
     above 1000) 21 to 25 and 88 to 91 select 2 in `utf_sprind`, others 1.
 

@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 #include <random>
 #include <vector>
 
-#include "foundation/basicutils/KTSBasOmniSSELevel.h"
+#include "testing/test_Environment.h"
 #include "utf/utf_ArrayC.h"
 #include "utf/utf_RotationC.h"
 
@@ -87,22 +86,19 @@ TEST(utf_calquat, GivesExactQuaternionsOfQuarterAndHalfTurns) {
 }
 
 TEST(utf_calquat, InvertsQuat2rotAndIsTheSameInBothBuilds) {
-    RandomRotations random;
-    for (int i = 0; i < 20000; ++i) {
-        const Quaternion q = random.Next();
-        const Matrix r = ToMatrix(q);
-        setenv("ZRX_SSE_LEVEL", "NONE", 1);
-        KTSBasOmniSetSSELevel();
-        const Quaternion generic = FromMatrix(r);
-        setenv("ZRX_SSE_LEVEL", "AVX2", 1);
-        KTSBasOmniSetSSELevel();
-        const Quaternion wide = FromMatrix(r);
-        ASSERT_EQ(generic, wide);
-        Quaternion negated = generic;
-        for (double& component : negated) component = -component;
-        ASSERT_LE(std::min(Distance(generic, q), Distance(negated, q)), 1e-15);
+    std::vector<Quaternion> results[2];
+    for (const bool wide : {false, true}) {
+        const test_SseLevel forced(wide ? "AVX2" : "NONE");
+        RandomRotations random;
+        for (int i = 0; i < 20000; ++i) {
+            const Quaternion q = random.Next();
+            const Quaternion back = results[wide].emplace_back(FromMatrix(ToMatrix(q)));
+            Quaternion negated = back;
+            for (double& component : negated) component = -component;
+            ASSERT_LE(std::min(Distance(back, q), Distance(negated, q)), 1e-15);
+        }
     }
-    unsetenv("ZRX_SSE_LEVEL");
+    EXPECT_EQ(results[0], results[1]);
 }
 
 TEST(utf_calquat, ReportsAMatrixWithoutRotationOnStandardOutput) {
@@ -174,7 +170,7 @@ TEST(utf_RotationC_Kept, TwoSquareDiagonalDiffersForUnnormalisedQuaternions) {
     EXPECT_EQ(r[8], 1.0);  // four squares give -1
 }
 
-/// Largest entry of |S - sum value_k d_k d_k^T| and of |D D^T - 1|, for rows d_k.
+/// S is the sum of value_k d_k^T d_k, and the rows d_k are orthonormal.
 void ExpectReconstructed(const double* tensor, const double* values, const Matrix& rows,
                          double scale) {
     const Matrix s{tensor[0], tensor[3], tensor[4], tensor[3], tensor[1],
