@@ -154,7 +154,11 @@ TEST_F(KTSOvuGeomUnloaded, ThePlainEntryAnswersTheSpecificCountOfAFirstStart) {
     KTSOvuGeom_finalizeC();
     KTSOvuGeom_finalizeC();
     EXPECT_EQ(TakeTrace(), std::string(kUp) + kDown);
+}
 
+using KTSOvuGeomC_Kept = KTSOvuGeomUnloaded;
+
+TEST_F(KTSOvuGeomC_Kept, FirstStartReturnsTheSpecificCountWithTheUsesOfClients) {
     int specific = 0;
     KTSOvuGeom_specific_initialize(specific);
     EXPECT_EQ(specific, 1);

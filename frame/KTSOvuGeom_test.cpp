@@ -55,6 +55,8 @@ TEST(KTSOvuGeom, ClassTablesStandComplete) {
         {778, 1, "gsl_Point", 7, 1},
         {778, 3, "gsl_Vector", 7, typ_TypeId(778, 1)},
         {778, 7, "gsl_BBox", 7, 1},
+        {778, 9, "gsl_ArrayPoint", 7, 1},
+        {778, 12, "gsl_ModelSegmentArray", 7, 1},
         {778, 14, "gsl_DotArray", 7, 1},
         {36, 1, "g3d_Vector", 7, 1},
         {36, 3, "g3d_ColorErrorException", 4, typ_TypeId(31, 3)},

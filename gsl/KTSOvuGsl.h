@@ -8,7 +8,7 @@
 /// module's classes. When that throws, everything is undone.
 KTSOVUGEOM_API void KTSOvuGsl_initialize(int& count);
 
-/// Lowers the module's own count; the call that takes it from 1 to 0 lowers `count` by one and
+/// Lowers the module's own count; the call that takes it from 1 to 0 lowers `count` by one,
 /// withdraws what the module registered and deletes the tolerances.
 KTSOVUGEOM_API void KTSOvuGsl_finalize(int& count);
 

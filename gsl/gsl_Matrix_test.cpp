@@ -16,9 +16,11 @@ using std::numbers::pi;
 /// Lets a test see and set the flag.
 struct FlaggedMatrix : gsl_Matrix {
     FlaggedMatrix(const gsl_Matrix& matrix) : gsl_Matrix(matrix) {}
-    FlaggedMatrix(const gsl_Matrix& matrix, int flag) {
+    /// Every entry multiplied by `factor`.
+    FlaggedMatrix(const gsl_Matrix& matrix, int flag, double factor = 1) {
         cow_2DArray<double> array;
         FlaggedMatrix(matrix).To2DArray(&array);
+        for (int i = 0; i < 16; ++i) array.Get(i / 4, i % 4) *= factor;
         From2DArray(array, flag);
     }
     using gsl_Matrix::IdentityFlag;
@@ -194,9 +196,13 @@ TEST(gsl_Matrix, ExtractsAxesInEveryBranch) {
         gsl_Point translation;
         gsl_Vector axis;
         double angle = 0;
-        Rotation(c.axis, c.angleRad).GetAxisRotation(translation, axis, angle);
-        EXPECT_NEAR(angle, c.angleRad, 1e-15);
-        EXPECT_LT((axis - c.axis).Length(), 1e-15);
+        // The last entry is the norm: a multiple of a homogeneous matrix is the same rotation.
+        for (const double factor : {1.0, 4.0}) {
+            const FlaggedMatrix rotation(Rotation(c.axis, c.angleRad), -1, factor);
+            rotation.GetAxisRotation(translation, axis, angle);
+            EXPECT_NEAR(angle, c.angleRad, 1e-15) << factor;
+            EXPECT_LT((axis - c.axis).Length(), 1e-15) << factor;
+        }
     }
     gsl_Point translation;
     gsl_Vector axis;

@@ -17,11 +17,6 @@ void gsl_Plane::Transform(const gsl_Matrix& matrix) noexcept {
     matrix.Transform(normal);
 }
 
-void gsl_Plane::Print(aio_ostream& stream, int indent) const {
-    origin.Print(stream, indent);
-    normal.Print(stream, indent);
-}
-
 gsl_Plane::gsl_Plane(cls_ReadVisitor& visitor)
     : origin(cls_ReadEmbedded<gsl_Point>(visitor, kOrigin)),
       normal(cls_ReadEmbedded<gsl_PersistentVector>(visitor, kNormal)) {}

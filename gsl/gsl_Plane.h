@@ -6,7 +6,6 @@
 #include "gsl/gsl_Point.h"
 #include "gsl/gsl_Vector.h"
 
-class aio_ostream;
 class cls_ClassRegistrar;
 class cls_ReadVisitor;
 class cls_WriteVisitor;
@@ -36,15 +35,8 @@ class KTSOVUGEOM_API gsl_Plane {
     /// The normal with length 1; null when it is shorter than the linear tolerance.
     [[nodiscard]] gsl_Vector GetUnitNormal() const { return normal.NormalizedCopy(); }
 
-    void SetOrigin(const gsl_Point& pointOn) noexcept { origin = pointOn; }
-    void SetNormal(const gsl_Vector& normalVector) noexcept { normal = normalVector; }
-    /// Turns the plane's positive side round.
-    void Reverse() noexcept { normal.Negate(); }
     /// Moves the plane by a rigid transform.
     void Transform(const gsl_Matrix& matrix) noexcept;
-
-    /// Prints the origin, then the normal, each with the same indent.
-    void Print(aio_ostream& stream, int indent) const;
 
     /// True when origins and normals are equal as points and vectors are: the same description, not
     /// only the same set of points.

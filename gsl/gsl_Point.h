@@ -73,8 +73,11 @@ class KTSOVUGEOM_API gsl_Point final {
     /// receives this point's coordinates (keeping its own identity), however far the segment is.
     /// One would expect the distance to its start; callers drop degenerate edges by this answer.
     [[nodiscard]] double GetDistance(const gsl_Segment& segment, gsl_Point& closest) const;
-    /// ((this - origin) . n) / |n|, positive on the side of the normal; NaN when the normal is
-    /// null.
+    /// ((this - origin) . n) / |n|, positive on the side of the normal.
+    ///
+    /// Kept: a plane whose normal is null is not refused; the distance, the foot of `ProjectOn` and
+    /// the hit of `RayIntersect`, which answers true, are NaN, where one would expect a failure or
+    /// the point itself. Callers test the normal, as they do for degenerate triangles.
     [[nodiscard]] double GetSignedDistance(const gsl_Plane& plane) const;
 
     /// True when the squared distance is below LinTol^2. Unlike `==` the bound is strict.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numbers>
 #include <type_traits>
 
 #include "foundation/coreutils/aio_ostream.h"
@@ -93,9 +94,6 @@ TEST(gsl_Point, MeasuresPlanesAndLines) {
     EXPECT_EQ(t, 3);
     ExpectAt(p.PointAtDistInDirection(2, gsl_Vector(0, 5, 0)), 3, 6, -2);
     ExpectAt(p.PointAtDistInDirection(2, gsl_Vector(0, 0, 0)), 3, 4, -2);
-    const gsl_Plane nowhere(gsl_Point(), gsl_Vector(0, 0, 0));
-    EXPECT_TRUE(std::isnan(p.GetSignedDistance(nowhere)));
-    EXPECT_TRUE(std::isnan(p.ProjectOn(nowhere).GetX()));
 }
 
 TEST(gsl_Point, FindsTheClosestPointOfASegment) {
@@ -219,6 +217,21 @@ TEST(gsl_StLine, MeetsLinesWithinTheTolerance) {
     ExpectAt(hit, 9, 9, 9);
 }
 
+TEST(gsl_Matrix, MovesPlanesLinesAndSegments) {
+    gsl_Matrix turned;
+    turned.AxisRotation(gsl_Vector(0, 1, 0), std::numbers::pi / 2);
+    turned.SetTranslation(gsl_Vector(0, 5, 0));
+    gsl_Plane plane = kPlane;
+    plane.Transform(turned);
+    EXPECT_TRUE(plane == gsl_Plane(gsl_Point(1, 5, 0), gsl_Vector(2, 0, 0)));
+    gsl_StLine line = kLine;
+    line.Transform(turned);
+    EXPECT_TRUE(line == gsl_StLine(gsl_Point(0, 5, 0), gsl_Vector(0, 0, -2)));
+    gsl_Segment segment = kSegment;
+    segment.Transform(turned);
+    EXPECT_TRUE(segment == gsl_Segment(gsl_Point(0, 5, 0), gsl_Point(0, 5, -4)));
+}
+
 TEST(gsl_Point, Prints) {
     aio_StringStream stream;
     gsl_Point(1, 0.1, -2.5e-7).Print(stream, 3);
@@ -235,6 +248,16 @@ TEST(gsl_Point_Kept, DistanceToADegenerateSegmentIsZero) {
     EXPECT_EQ(gsl_Point(5, 6, 7).GetDistance(gsl_Segment(), closest), 0);
     ExpectAt(closest, 5, 6, 7);
     EXPECT_EQ(closest.GetUid(), uid);
+}
+
+TEST(gsl_Point_Kept, PlaneWithANullNormalIsNotRefused) {
+    const gsl_Plane nowhere(gsl_Point(), gsl_Vector(0, 0, 0));
+    const gsl_Point p(3, 4, -2);
+    EXPECT_TRUE(std::isnan(p.GetSignedDistance(nowhere)));
+    EXPECT_TRUE(std::isnan(p.ProjectOn(nowhere).GetX()));
+    gsl_Point hit;
+    EXPECT_TRUE(p.RayIntersect(gsl_Vector(1, 0, 0), nowhere, hit));
+    EXPECT_TRUE(std::isnan(hit.GetX()));
 }
 
 TEST(gsl_Point_Kept, TwoPointWeightsAreSwapped) {

@@ -4,7 +4,6 @@
 
 #include "cow/KTSOvuGeomExport.h"
 #include "gsl/gsl_Point.h"
-#include "gsl/gsl_StLine.h"
 #include "gsl/gsl_Vector.h"
 
 class cls_ClassRegistrar;
@@ -29,13 +28,7 @@ class KTSOVUGEOM_API gsl_Segment {
     /// The vector from start to end.
     [[nodiscard]] gsl_Vector GetDirection() const noexcept { return {start, end}; }
     [[nodiscard]] double Length() const noexcept { return start.GetDistance(end); }
-    /// The line from the start through the end.
-    [[nodiscard]] gsl_StLine GetLine() const noexcept { return {start, end}; }
-    /// The point at fraction `t` of the way from start to end; `t` is not bounded.
-    [[nodiscard]] gsl_Point PointAt(double t) const noexcept { return start + GetDirection() * t; }
-
-    void SetStart(const gsl_Point& p) noexcept { start = p; }
-    void SetEnd(const gsl_Point& p) noexcept { end = p; }
+    /// Moves the segment by a rigid transform.
     void Transform(const gsl_Matrix& matrix) noexcept;
 
     /// True when starts and ends are equal as points are; the reversed segment is another one.

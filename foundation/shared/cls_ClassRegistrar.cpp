@@ -26,8 +26,10 @@ void cls_ClassRegistrar::AddClass(const cls_ClassMetadata& metadata) {
     WithdrawClass(copy.TypeId());
     const std::uint32_t typeId = copy.TypeId();
     const auto added = classes->byId.emplace(typeId, std::move(copy)).first;
+    // An older class of the same name goes out with its key, which is a view into that class.
+    classes->byName.erase(added->second.Name().View());
     try {
-        classes->byName[added->second.Name().View()] = &added->second;
+        classes->byName.emplace(added->second.Name().View(), &added->second);
     } catch (...) {
         classes->byId.erase(added);
         throw;

@@ -17,7 +17,8 @@ class KTSBASSHARED_API cls_ClassRegistrar {
     cls_ClassRegistrar(const cls_ClassRegistrar&) = delete;
     cls_ClassRegistrar& operator=(const cls_ClassRegistrar&) = delete;
 
-    /// Adds a copy of `metadata`; a class of the same type id is replaced.
+    /// Adds a copy of `metadata`; a class of the same type id is replaced, and a name that another
+    /// class has becomes that of this one.
     void AddClass(const cls_ClassMetadata& metadata);
     /// Forgets the class; nothing when it is unknown.
     void WithdrawClass(std::uint32_t typeId) noexcept;

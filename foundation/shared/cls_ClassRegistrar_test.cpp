@@ -90,6 +90,16 @@ TEST_F(cls_MetadataRegistrarTest, WithdrawalForgetsOnlyWhatNobodyElseDescribes) 
     EXPECT_EQ(Registrar().ClassRegistrar().Find("test_Third"), nullptr);
 }
 
+TEST(cls_ClassRegistrar, ANameOfTwoClassesIsThatOfTheLater) {
+    cls_ClassRegistrar registrar;
+    registrar.AddClass(cls_ClassMetadata("test_Twice", kOuter));
+    registrar.AddClass(cls_ClassMetadata("test_Twice", kInner));
+    registrar.AddClass(cls_ClassMetadata("test_Renamed", kOuter));
+    ASSERT_NE(registrar.Find("test_Twice"), nullptr);
+    EXPECT_EQ(registrar.Find("test_Twice")->TypeId(), kInner);
+    EXPECT_EQ(registrar.Find("test_Renamed")->TypeId(), kOuter);
+}
+
 TEST_F(cls_MetadataRegistrarTest, DeleteCowCallsTheClassOrWarns) {
     Registrar().initClassMetadata(&DescribeInner, 1);
     Registrar().initClassMetadata(&DescribeOuter, 1);
