@@ -473,7 +473,7 @@ TEST(cow_Stack, GivesBackInReverseAndSharesCopies) {
     EXPECT_DEATH(stack.Pop(), "^$");
 }
 
-TEST(cow_List_Kept, IndexErrorsEndTheProcessSilently) {
+TEST(cow_RaiseOutOfRange_Kept, IndexErrorsEndTheProcessSilently) {
     cow_List<int> list(1, 2, 3);
     cow_List<int> empty;
     EXPECT_DEATH(static_cast<void>(list[3]), "^$");

@@ -85,7 +85,7 @@ TEST(idb_ListPrim, ReadsLongListsAsBlocks) {
     EXPECT_EQ(reader.ConstGetList(), list);
 }
 
-TEST(idb_ReadListPrim_Kept, NeverTakesTheLastElementWithABlock) {
+TEST(cls_ReadListPrim_Kept, NeverTakesTheLastElementWithABlock) {
     bio_Ofilter out = FiveInts();
     bio_Ifilter in(out.Data(), out.Size());
     idb_ReadListPrim<int> reader(in);

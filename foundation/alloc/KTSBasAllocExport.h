@@ -1,7 +1,7 @@
 #pragma once
 
-/// Marks what the shared library KTSBasAlloc exports: defined while that library is built, imported by
-/// everyone else on Windows, default visibility elsewhere.
+/// Marks what the shared library KTSBasAlloc exports: defined while that library is built, imported
+/// by everyone else on Windows, default visibility elsewhere.
 #if defined(_WIN32)
 #if defined(KTSBASALLOC_BUILDING)
 #define KTSBASALLOC_API __declspec(dllexport)
