@@ -101,5 +101,6 @@ void gsl_BBox::DBWrite(cls_WriteVisitor& visitor) const {
 void gsl_BBox::InitializeMetadata(cls_ClassRegistrar& registrar) {
     registrar.AddClass(cls_ClassMetadata("gsl_BBox", TypeId(), &Ctor)
                            .AddAttribute("_low", cls_KIND_EMBEDDED_OBJ, gsl_Point::TypeId())
-                           .AddAttribute("_high", cls_KIND_EMBEDDED_OBJ, gsl_Point::TypeId()));
+                           .AddAttribute("_high", cls_KIND_EMBEDDED_OBJ, gsl_Point::TypeId())
+                           .SetCowDtor([](void* box) { delete static_cast<gsl_BBox*>(box); }));
 }

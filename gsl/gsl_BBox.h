@@ -81,8 +81,9 @@ class KTSOVUGEOM_API gsl_BBox final {
     void SetLow(const gsl_Point& p) noexcept { low = p; }
     void SetHigh(const gsl_Point& p) noexcept { high = p; }
     void SetLowHigh(const gsl_Point& lowCorner, const gsl_Point& highCorner) noexcept {
+        const gsl_Point newHigh = highCorner;  // either may be a corner of this box
         low = lowCorner;
-        high = highCorner;
+        high = newHigh;
     }
     /// Becomes the canonical empty box, keeping the identity of the box.
     void Vacate() noexcept { SetLowHigh(gsl_Point(), gsl_Point(-1, -1, -1)); }

@@ -72,6 +72,9 @@ TEST(gsl_BBox, AbsorbsEmptyBoxes) {
     shift.SetTranslation(gsl_Vector(1, 1, 1));
     box.Transform(shift);
     ExpectCorners(box, gsl_Point(0, 0, 3), gsl_Point(9, 9, 2));
+    gsl_BBox swapped = unitCube;
+    swapped.SetLowHigh(swapped.High(), swapped.Low());
+    ExpectCorners(swapped, unitCube.High(), unitCube.Low());
 }
 
 TEST(gsl_BBox, GrowsByPointsAndBoxes) {

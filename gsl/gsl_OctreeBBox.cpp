@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <optional>
 
 #include "foundation/alloc/mem_Alloc.h"
@@ -271,6 +272,7 @@ bool gsl_OctreeBBox::AllPairsRecorded(const gsl_OctreeBBox& other, const PairTab
 }
 
 void gsl_OctreeBBox::RecordPairs(const gsl_OctreeBBox& other, PairTable& pairs) const {
+    if (other.items.IsEmpty()) return;  // refinement can empty a leaf
     for (const unsigned item : items) {
         const int key = static_cast<int>(item);
         if (void** row = pairs.Get(key)) {

@@ -22,8 +22,7 @@ class gsl_Matrix;
 ///
 /// Rules of use:
 /// - Build the root with a maximum depth of 5 or more: leaves are refined only while both depths
-/// are
-///   below their maximum, and classification itself stops at depth 4.
+///   lie below their maximum, and classification itself stops at depth 4.
 /// - Classify every item twice, all with `subdivide` true, then all with false, each time at the
 ///   linear tolerance of `gsl_Util`, whatever gap is asked for later. The second pass sets the bits
 ///   that splitting nodes left unset. At tolerance 0 a flat item on a high face of the root can lie
@@ -31,9 +30,8 @@ class gsl_Matrix;
 /// - Where all items are known beforehand, set no callback. With one, the caller caches the boxes:
 ///   every visited pair of leaves asks for them again.
 /// - Pair at the wanted gap plus twice the linear tolerance.
-/// - Number the items so that near ones have near numbers (in the Morton order of their centres,
-/// for
-///   example): a node's items are then a few words of bits, and so is the row of an item's pairs.
+/// - Number the items so that near ones have near numbers, in the Morton order of their centres for
+///   example: a node's items are then a few words of bits, and so is the row of an item's pairs.
 class KTSOVUGEOM_API gsl_OctreeBBox {
   public:
     /// Puts the box of `item` into `box`, which is empty at the call.
