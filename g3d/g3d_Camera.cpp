@@ -615,7 +615,7 @@ void g3d_Camera::FitAlong(const g3d_Double3& direction, const g3d_Sphere& sphere
     const g3d_Double3 centre(sphere.Center());
     offsetX = offsetY = 0;
     Place(centre + direction * (static_cast<double>(factor) * radius), centre);
-    nearDistance = (factor - 2) * radius;
+    nearDistance = std::min((factor - 2) * radius, kLargest);
     farDistance = std::min((factor + 2) * radius, kLargest);
     ApplyNearFarRule();
     const double side = IsPerspective() ? 2.1 / factor * nearDistance : 2.1 * radius;

@@ -317,6 +317,10 @@ TEST(g3d_Camera, FitsSpheres) {
     EXPECT_EQ(NearFarOf(camera), Window(1e-5f, 1e-5f + 1e-5f * 1e-5f));
     camera.SetLimitsOff(false).Fit(g3d_Sphere({0, 0, 0}, kLargest));
     EXPECT_TRUE(std::isfinite(camera.GetFar()) && camera.GetFar() > 3.4e38f);
+    for (const float factor : {5e8f, 1e11f, kLargest}) {
+        camera.SetFitDistanceFactor(factor).Fit(g3d_Sphere({0, 0, 0}, kLargest));
+        EXPECT_TRUE(std::isfinite(camera.GetNear()) && camera.GetNear() > 3.4e38f) << factor;
+    }
     // No fit loses the direction of the view to the size of the coordinates.
     camera = g3d_Camera();
     camera.Fit(g3d_Point(1e6f, 5e5f, 0), g3d_Point(1e6f, 5e5f, 0));
