@@ -6,6 +6,7 @@
 #include "foundation/shared/cls_FoundationClasses.h"
 #include "foundation/shared/cls_ModuleRegistration.h"
 #include "omu/omu_AttributeErrorException.h"
+#include "omu/omu_ChangeHistory.h"
 #include "omu/omu_CmdExceptions.h"
 #include "omu/omu_CvxNameErrorException.h"
 #include "omu/omu_InterfaceObj.h"
@@ -152,6 +153,7 @@ void KTSOvuOmu_finalize(int& count) {
     if (!useCount.Lower(count)) return;
     omi_SingletonBase<omu_TextRepr>::Finalize();
     omi_SingletonBase<omu_SymbolicConstantTable>::Finalize();
+    omu_ChangeHistory::FinalizeAll();
     omu_PyObjectWrapper::SetHooks({});
     kRegistration.Withdraw();
 }

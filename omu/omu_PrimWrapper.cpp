@@ -20,6 +20,8 @@ omu_PrimWrapper::omu_PrimWrapper(void* wrapped, std::uint32_t typeOfObject,
 omu_PrimWrapper::omu_PrimWrapper(cls_ReadVisitor& visitor) : omu_PrimWrapper() {
     visitor.Read(kObjType, objectType);
     members = cls_ReadEmbedded<omu_PrimStringDictionary>(visitor, kMemberDict);
+    // Whatever stands there is passed over and destroyed.
+    static_cast<void>(visitor.MakeAgentProxy(kObjectPtr, omu_Primitive::kTypeId));
     omu_PrimWrapper::Nesting().Require();
 }
 
@@ -47,9 +49,10 @@ void omu_PrimWrapper::DBWrite(cls_WriteVisitor& visitor) const {
 }
 
 void omu_PrimWrapper::InitializeMetadata(cls_ClassRegistrar& registrar) {
-    registrar.AddClass(omu_MetadataOf<omu_PrimWrapper>("omu_PrimWrapper")
-                           .AddAttribute(kObjType.Name(), cls_KIND_UNSIGNED_INT)
-                           .AddAttribute(kMemberDict.Name(), cls_KIND_EMBEDDED_OBJ,
-                                         omu_PrimStringDictionary::kTypeId)
-                           .AddAttribute(kObjectPtr.Name(), cls_KIND_OBJ_POINTER, typ_NO_PARENT));
+    registrar.AddClass(
+        omu_MetadataOf<omu_PrimWrapper>("omu_PrimWrapper")
+            .AddAttribute(kObjType.Name(), cls_KIND_UNSIGNED_INT)
+            .AddAttribute(kMemberDict.Name(), cls_KIND_EMBEDDED_OBJ,
+                          omu_PrimStringDictionary::kTypeId)
+            .AddAttribute(kObjectPtr.Name(), cls_KIND_OBJ_POINTER, omu_Primitive::kTypeId));
 }

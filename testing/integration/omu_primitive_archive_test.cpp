@@ -48,6 +48,7 @@ std::unique_ptr<omu_Primitive> Load(const std::string& bytes) {
     idb_LoadFault fault;
     idb_ObjectPtr object =
         idb_LoadAnyObject(bytes.data(), bytes.size(), omu_Primitive::kTypeId, fault);
+    EXPECT_EQ(object == nullptr, fault.status != idb_LoadStatusEnm::Loaded);
     return std::unique_ptr<omu_Primitive>(static_cast<omu_Primitive*>(object.release()));
 }
 
@@ -129,7 +130,8 @@ TEST(omu_PrimitiveArchive, EveryKindComesBack) {
     ExpectRoundTrip(omu_PrimType(omu_DISPLAY_ODB));
     ExpectRoundTrip(annC_PrimLineStyle(annC_LINE_DASHED));
     ExpectRoundTrip(omu_PrimEnumBase());
-    ExpectRoundTrip(omu_PrimException(omu_RangeErrorException("n", 1, "0", 1, "10", 2)));
+    ExpectRoundTrip(omu_PrimException(
+        omu_RangeErrorException("n", 1, {"0", omu_LIMIT_INCLUDED}, {"10", omu_LIMIT_EXCLUDED})));
     ExpectRoundTrip(omu_PrimException(omu_NameErrorException("x"), "unknown x"));
     EXPECT_EQ(gsl_PrimDotMethod().TypeString(), "");
 }
@@ -138,9 +140,11 @@ TEST(omu_PrimitiveArchive, DictionariesKeepTheirOrderAndAnyValues) {
     omu_PrimIntDictionary numbered;
     for (const int key : {5, -3, 4}) numbered.Insert(key, omu_PrimNumber(key));
     omu_PrimStringDictionary named;
+    const annC_PrimLineStyle dotted(annC_LINE_DOTTED);
     for (int i = 20; i > 0; --i) {
-        named.Insert(atr("key%d", i), i % 3 == 0 ? static_cast<const omu_Primitive&>(numbered)
-                                                 : annC_PrimLineStyle(annC_LINE_DOTTED));
+        const omu_Primitive* value = &dotted;
+        if (i % 3 == 0) value = &numbered;
+        named.Insert(atr("key%d", i), *value);
     }
     named.Insert("none", omu_PrimNone());
     ExpectRoundTrip(numbered);

@@ -1,0 +1,53 @@
+#include "omu/omu_ChangeHistory.h"
+
+#include <atomic>
+
+#include "omu/omu_TypeErrorException.h"
+
+namespace {
+
+constinit std::atomic<omu_ChangeHistory*> allHistories = nullptr;
+/// Counts the shut-downs, so that a thread notices that its history is gone.
+constinit std::atomic<unsigned> shutDowns = 0;
+
+struct Own {
+    omu_ChangeHistory* history;
+    unsigned shutDown;
+};
+constinit thread_local Own own = {nullptr, 0};
+
+}  // namespace
+
+omu_ChangeHistory::omu_ChangeHistory() = default;
+
+omu_ChangeHistory::~omu_ChangeHistory() = default;
+
+omu_ChangeHistory& omu_ChangeHistory::Instance() {
+    if (own.history && own.shutDown == shutDowns) return *own.history;
+    omu_ChangeHistory* const created = new omu_ChangeHistory;
+    own = {created, shutDowns};
+    created->next = allHistories;
+    while (!allHistories.compare_exchange_weak(created->next, created)) {
+    }
+    return *created;
+}
+
+void omu_ChangeHistory::addChange(const omu_Primitive& change) {
+    if (!change.IsType(omu_PrimTag::kTuple)) KTSBasThrow(omu_GenericTypeErrorException());
+    changes.Append(omu_PrimHandle(change.Copy()));
+}
+
+cow_List<omu_PrimHandle> omu_ChangeHistory::TakeChanges() {
+    const cow_List<omu_PrimHandle> taken = changes;
+    changes.Clear();
+    return taken;
+}
+
+void omu_ChangeHistory::FinalizeAll() noexcept {
+    ++shutDowns;
+    for (omu_ChangeHistory* history = allHistories.exchange(nullptr); history;) {
+        omu_ChangeHistory* const following = history->next;
+        delete history;
+        history = following;
+    }
+}

@@ -1,0 +1,50 @@
+#include "omu/omu_ChangeHistory.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "omu/omu_PrimNone.h"
+#include "omu/omu_TypeErrorException.h"
+
+namespace {
+
+/// As much of a tuple as the history looks at.
+class Change : public omu_Primitive {
+  public:
+    explicit Change(int changeNumber) : omu_Primitive(omu_PrimTag::kTuple), number(changeNumber) {}
+    [[nodiscard]] cow_String AsString(int) const override { return "change"; }
+    [[nodiscard]] bool operator==(const omu_Primitive& other) const override {
+        const auto* change = dynamic_cast<const Change*>(&other);
+        return change && number == change->number;
+    }
+    void Accept(omu_PrimVisitor*) const override {}
+    [[nodiscard]] Change* Copy() const override { return new Change(*this); }
+
+  private:
+    int number;
+};
+
+TEST(omu_ChangeHistory, EachThreadTakesItsOwnChangesInOrder) {
+    omu_ChangeHistory& own = omu_ChangeHistory::Instance();
+    EXPECT_EQ(&own, &omu_ChangeHistory::Instance());
+    own.addChange(Change(1));
+    own.addChange(Change(2));
+    EXPECT_THROW(own.addChange(omu_PrimNone()), omu_GenericTypeErrorException);
+    std::thread([] {
+        omu_ChangeHistory::Instance().addChange(Change(3));
+        EXPECT_EQ(omu_ChangeHistory::Instance().TakeChanges().Length(), 1);
+        omu_ChangeHistory::Instance().addChange(Change(4));
+    }).join();
+    const auto taken = own.TakeChanges();
+    ASSERT_EQ(taken.Length(), 2);
+    EXPECT_TRUE(*taken[0] == Change(1));
+    EXPECT_TRUE(*taken[1] == Change(2));
+    EXPECT_EQ(own.TakeChanges().Length(), 0);
+    own.addChange(Change(5));
+    omu_ChangeHistory::FinalizeAll();
+    EXPECT_EQ(omu_ChangeHistory::Instance().TakeChanges().Length(), 0);
+    omu_ChangeHistory::FinalizeAll();
+}
+
+}  // namespace
