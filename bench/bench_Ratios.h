@@ -17,13 +17,14 @@ struct bench_Ratio {
     double limit;
 };
 
-/// Prints the usual table and keeps the real time of every repetition.
+/// Prints the usual table and keeps the processor time of every repetition, which other programs on
+/// the machine disturb less than the elapsed time.
 class bench_MedianReporter : public benchmark::ConsoleReporter {
   public:
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs) {
             if (run.run_type == Run::RT_Iteration && !run.error_occurred) {
-                times[run.run_name.function_name].push_back(run.GetAdjustedRealTime());
+                times[run.run_name.function_name].push_back(run.GetAdjustedCPUTime());
             }
         }
         ConsoleReporter::ReportRuns(runs);

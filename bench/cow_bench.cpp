@@ -270,8 +270,8 @@ void RegisterList(const std::string& name) {
 
 template <class M>
 void RegisterIntMap(const std::string& name) {
-    for (const auto& [label, n] : {std::pair("10k", 10000), std::pair("1M", million)}) {
-        const std::string suffix = std::string(" ") + label + ": " + name;
+    for (const int n : {10000, million}) {
+        const std::string suffix = std::string(n == million ? " 1M: " : " 10k: ") + name;
         RegisterBenchmark(("insert random" + suffix).c_str(),
                           [n](auto& state) { InsertAll<M>(state, RandomKeys(n)); });
         RegisterBenchmark(("find random" + suffix).c_str(),
