@@ -112,7 +112,7 @@ template <class K, class Plain>
 
 int IntKey(test_Random& random) {
     const int n = random.Below(60);
-    return n < 40 ? n : static_cast<int>(0x80000000u >> (n - 40)) - 1;
+    return n < 40 ? n : static_cast<int>(0x80000000u >> (n - 40));
 }
 
 std::string StringKey(test_Random& random) {
