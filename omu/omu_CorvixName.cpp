@@ -203,7 +203,7 @@ void omu_CorvixName::MakeLegalGuiName(cow_String& text, const char* fallback) {
     if (FaultOf(text.View(), kGuiName) < 0) return;
     std::string legal = Replaced(text.View(), kGuiName);
     TrimFront(legal, "_ ");
-    if (!legal.empty() && kDigits.Contains(Byte(legal.front()))) legal.insert(0, "N");
+    if (!legal.empty() && kDigits.Contains(Byte(legal.front()))) legal.insert(legal.begin(), 'N');
     CutEnd(legal, kGuiName);
     if (legal.empty()) {
         const cow_String substitute(fallback);
