@@ -16,10 +16,13 @@
 #include "omu/omu_PrimEnum.h"
 #include "omu/omu_PrimException.h"
 #include "omu/omu_PrimExpr.h"
+#include "omu/omu_PrimList.h"
 #include "omu/omu_PrimNone.h"
 #include "omu/omu_PrimNumber.h"
 #include "omu/omu_PrimPath.h"
+#include "omu/omu_PrimSequence.h"
 #include "omu/omu_PrimString.h"
+#include "omu/omu_PrimTuple.h"
 #include "omu/omu_PrimType.h"
 #include "omu/omu_PrimWrapper.h"
 #include "omu/omu_PyObjectWrapper.h"
@@ -127,6 +130,9 @@ constexpr cls_MetadataRow kMetadata[] = {
     {&omu_PrimException::InitializeMetadata, 2},
     {&omu_InterfaceObj::InitializeMetadata, 2},
     {&omu_PrimIntDictionary::InitializeMetadata, 2},
+    {&omu_PrimSequence::InitializeMetadata, 2},
+    {&omu_PrimTuple::InitializeMetadata, 2},
+    {&omu_PrimList::InitializeMetadata, 2},
 };
 
 constexpr cls_ModuleRegistration kRegistration(19,
