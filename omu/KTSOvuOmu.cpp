@@ -5,6 +5,7 @@
 #include "foundation/alloc/KTSBasUseCount.h"
 #include "foundation/shared/cls_FoundationClasses.h"
 #include "foundation/shared/cls_ModuleRegistration.h"
+#include "omu/omu_Arguments.h"
 #include "omu/omu_AttributeErrorException.h"
 #include "omu/omu_ChangeHistory.h"
 #include "omu/omu_CmdExceptions.h"
@@ -133,6 +134,7 @@ constexpr cls_MetadataRow kMetadata[] = {
     {&omu_PrimSequence::InitializeMetadata, 2},
     {&omu_PrimTuple::InitializeMetadata, 2},
     {&omu_PrimList::InitializeMetadata, 2},
+    {&omu_Arguments::InitializeMetadata, 2},
 };
 
 constexpr cls_ModuleRegistration kRegistration(19,
