@@ -1,7 +1,6 @@
 #include "wip/KTSOvuWip.h"
 
 #include "foundation/alloc/KTSBasUseCount.h"
-#include "wip/wip_WIP.h"
 
 namespace {
 
@@ -11,6 +10,4 @@ constinit KTSBasUseCount useCount;
 
 void KTSOvuWip_initialize(int& count) { useCount.Raise(count); }
 
-void KTSOvuWip_finalize(int& count) {
-    if (useCount.Lower(count)) omi_SingletonBase<wip_WIP>::Finalize();
-}
+void KTSOvuWip_finalize(int& count) { useCount.Lower(count); }

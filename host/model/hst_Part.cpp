@@ -111,6 +111,8 @@ void hst_Part::InitializeMetadata(cls_ClassRegistrar& registrar) {
     registrar.AddClass(metadata);
 }
 
+void hst_Part::SetPlacement(const gsl_Matrix& matrix) { placement = matrix; }
+
 gsl_Point hst_Part::PlacedVertex(int index) const noexcept {
     const float* position = &positions[static_cast<std::size_t>(index) * 3];
     gsl_Point vertex(position[0], position[1], position[2]);

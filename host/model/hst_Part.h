@@ -49,6 +49,8 @@ class hst_Part {
     [[nodiscard]] std::string Fault() const;
 
     void SetName(std::string newName) { name = std::move(newName); }
+    /// The triangles stay as they are in the part's own space.
+    void SetPlacement(const gsl_Matrix& matrix);
 
     [[nodiscard]] static std::uint32_t TypeId() noexcept;
     [[nodiscard]] std::uint32_t DynTypeId() const noexcept { return TypeId(); }

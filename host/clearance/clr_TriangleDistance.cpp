@@ -1,0 +1,174 @@
+#include "host/clearance/clr_TriangleDistance.h"
+
+namespace {
+
+/// A triangle with the normal that all its tests share.
+struct Face {
+    const clr_Triangle& corner;
+    clr_Vec normal;  ///< of twice the area
+    double normalSq;
+
+    explicit Face(const clr_Triangle& triangle) noexcept
+        : corner(triangle),
+          normal(clr_Cross(triangle[1] - triangle[0], triangle[2] - triangle[0])),
+          normalSq(clr_LengthSq(normal)) {}
+
+    /// The distance of `p` above the plane, times the length of the normal.
+    [[nodiscard]] double Height(const clr_Vec& p) const noexcept {
+        return clr_Dot(normal, p - corner[0]);
+    }
+    /// Whether the foot of `p` on the plane lies in the triangle, its edges included.
+    [[nodiscard]] bool IsAbove(const clr_Vec& p) const noexcept {
+        return IsLeftOf(0, 1, p) && IsLeftOf(1, 2, p) && IsLeftOf(2, 0, p);
+    }
+
+  private:
+    [[nodiscard]] bool IsLeftOf(std::size_t from, std::size_t to, const clr_Vec& p) const noexcept {
+        return clr_Dot(normal, clr_Cross(corner[to] - corner[from], p - corner[from])) >= 0;
+    }
+};
+
+using Heights = std::array<double, 3>;
+
+Heights HeightsOf(const clr_Triangle& triangle, const Face& over) noexcept {
+    return {over.Height(triangle[0]), over.Height(triangle[1]), over.Height(triangle[2])};
+}
+
+/// Whether the plane of the face keeps all corners at `distanceSq` or farther, on one side.
+bool KeepsAway(const Heights& heights, const Face& face, double distanceSq) noexcept {
+    const double low = std::min({heights[0], heights[1], heights[2]});
+    const double high = std::max({heights[0], heights[1], heights[2]});
+    const double height = std::max(low, -high);
+    return height > 0 && height * height >= distanceSq * face.normalSq;
+}
+
+bool Improve(const clr_Vec& onFirst, const clr_Vec& onSecond, clr_Nearest& nearest) noexcept {
+    const double distanceSq = clr_LengthSq(onSecond - onFirst);
+    if (!(distanceSq < nearest.distanceSq)) return false;
+    nearest = {distanceSq, onFirst, onSecond};
+    return true;
+}
+
+double Clamped(double parameter) noexcept { return std::clamp(parameter, 0.0, 1.0); }
+
+/// The parameter of the point nearest to `p` on the segment from `a` along `d`.
+double ParameterOn(const clr_Vec& a, const clr_Vec& d, const clr_Vec& p) noexcept {
+    const double lengthSq = clr_LengthSq(d);
+    return lengthSq > 0 ? Clamped(clr_Dot(d, p - a) / lengthSq) : 0;
+}
+
+/// The nearest points of two segments (Ericson, 5.1.9). Where the directions are parallel to within
+/// rounding, any point of the common stretch serves, and the start of the first is taken.
+bool ImproveBySegments(const clr_Vec& a, const clr_Vec& aEnd, const clr_Vec& b, const clr_Vec& bEnd,
+                       clr_Nearest& nearest) noexcept {
+    constexpr double kParallel = 1e-15;  // of the product of the squared lengths
+    const clr_Vec da = aEnd - a;
+    const clr_Vec db = bEnd - b;
+    const clr_Vec between = a - b;
+    const double aa = clr_LengthSq(da);
+    const double bb = clr_LengthSq(db);
+    const double ab = clr_Dot(da, db);
+    const double slope = clr_Dot(da, between);
+    const double determinant = aa * bb - ab * ab;
+    double s = determinant > kParallel * aa * bb
+                   ? Clamped((ab * clr_Dot(db, between) - slope * bb) / determinant)
+                   : 0;
+    const double t = ParameterOn(b, db, a + s * da);
+    s = ParameterOn(a, da, b + t * db);
+    return Improve(a + s * da, b + t * db, nearest);
+}
+
+bool ImproveByEdges(const clr_Triangle& first, const clr_Triangle& second, clr_Nearest& nearest) {
+    bool improved = false;
+    for (std::size_t i = 0; i < 3; ++i) {
+        for (std::size_t j = 0; j < 3; ++j) {
+            improved |= ImproveBySegments(first[i], first[(i + 1) % 3], second[j],
+                                          second[(j + 1) % 3], nearest);
+        }
+    }
+    return improved;
+}
+
+/// The foot on the face of each corner above it; `heights` are those of the corners.
+template <class ImproveFromCorner>
+bool ImproveByCorners(const clr_Triangle& corners, const Heights& heights, const Face& face,
+                      double distanceSq, ImproveFromCorner improve) {
+    bool improved = false;
+    if (!(face.normalSq > 0)) return false;
+    for (std::size_t i = 0; i < 3; ++i) {
+        if (heights[i] * heights[i] < distanceSq * face.normalSq && face.IsAbove(corners[i])) {
+            improved |=
+                improve(corners[i], corners[i] - (heights[i] / face.normalSq) * face.normal);
+        }
+    }
+    return improved;
+}
+
+/// Where the segment between two points at these heights passes the face.
+std::optional<double> CrossingOf(const clr_Vec& start, double startHeight, const clr_Vec& end,
+                                 double endHeight, const Face& face) noexcept {
+    const bool passes = startHeight >= 0 ? endHeight <= 0 : endHeight >= 0;
+    if (!passes || startHeight == endHeight) return std::nullopt;
+    const double parameter = startHeight / (startHeight - endHeight);
+    if (!face.IsAbove(start + parameter * (end - start))) return std::nullopt;
+    return parameter;
+}
+
+/// A point where an edge of the triangle passes the face.
+std::optional<clr_Vec> FindPassing(const clr_Triangle& triangle, const Heights& heights,
+                                   const Face& face) noexcept {
+    for (std::size_t i = 0; i < 3; ++i) {
+        const std::size_t next = (i + 1) % 3;
+        const auto parameter =
+            CrossingOf(triangle[i], heights[i], triangle[next], heights[next], face);
+        if (parameter) return triangle[i] + *parameter * (triangle[next] - triangle[i]);
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+bool clr_FindNearest(const clr_Triangle& first, const clr_Triangle& second, clr_Nearest& nearest) {
+    const Face firstFace(first);
+    const Face secondFace(second);
+    const Heights firstHeights = HeightsOf(first, secondFace);
+    if (KeepsAway(firstHeights, secondFace, nearest.distanceSq)) return false;
+    const Heights secondHeights = HeightsOf(second, firstFace);
+    if (KeepsAway(secondHeights, firstFace, nearest.distanceSq)) return false;
+
+    std::optional<clr_Vec> passing = FindPassing(first, firstHeights, secondFace);
+    if (!passing) passing = FindPassing(second, secondHeights, firstFace);
+    if (passing) return Improve(*passing, *passing, nearest);
+
+    bool improved = ImproveByEdges(first, second, nearest);
+    improved |= ImproveByCorners(
+        first, firstHeights, secondFace, nearest.distanceSq,
+        [&](const clr_Vec& corner, const clr_Vec& foot) { return Improve(corner, foot, nearest); });
+    improved |= ImproveByCorners(
+        second, secondHeights, firstFace, nearest.distanceSq,
+        [&](const clr_Vec& corner, const clr_Vec& foot) { return Improve(foot, corner, nearest); });
+    return improved;
+}
+
+bool clr_FindNearest(const clr_Vec& point, const clr_Triangle& triangle, clr_Nearest& nearest) {
+    const Face face(triangle);
+    const double height = face.Height(point);
+    if (height * height >= nearest.distanceSq * face.normalSq && face.normalSq > 0) return false;
+    if (face.normalSq > 0 && face.IsAbove(point)) {
+        return Improve(point, point - (height / face.normalSq) * face.normal, nearest);
+    }
+    bool improved = false;
+    for (std::size_t i = 0; i < 3; ++i) {
+        const clr_Vec edge = triangle[(i + 1) % 3] - triangle[i];
+        const double parameter = ParameterOn(triangle[i], edge, point);
+        improved |= Improve(point, triangle[i] + parameter * edge, nearest);
+    }
+    return improved;
+}
+
+std::optional<double> clr_FindCrossing(const clr_Vec& start, const clr_Vec& end,
+                                       const clr_Triangle& triangle) {
+    const Face face(triangle);
+    if (!(face.normalSq > 0)) return std::nullopt;
+    return CrossingOf(start, face.Height(start), end, face.Height(end), face);
+}

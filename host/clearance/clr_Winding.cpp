@@ -1,0 +1,121 @@
+#include "host/clearance/clr_Winding.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+/// Half the signed solid angle of a triangle as seen from the origin (A. van Oosterom and
+/// J. Strackee, 1983); one without area has none.
+double HalfSolidAngle(const clr_Vec& a, const clr_Vec& b, const clr_Vec& c) noexcept {
+    const double volume = clr_Dot(a, clr_Cross(b, c));
+    if (volume == 0) return 0;
+    const double la = clr_Length(a);
+    const double lb = clr_Length(b);
+    const double lc = clr_Length(c);
+    return std::atan2(volume,
+                      la * lb * lc + clr_Dot(a, b) * lc + clr_Dot(b, c) * la + clr_Dot(c, a) * lb);
+}
+
+}  // namespace
+
+clr_Winding::clr_Winding(const clr_TriangleTree& surface, const std::vector<Corners>& corners,
+                         const std::vector<clr_Vec>& positions)
+    : tree(surface), vertices(positions), fans(surface.Nodes().size()) {
+    isClosed = CloseNodes(0, corners).empty();
+}
+
+clr_Winding::Boundary clr_Winding::CloseNodes(int node, const std::vector<Corners>& corners) {
+    const clr_TriangleTree::Node& here = tree.Nodes()[static_cast<std::size_t>(node)];
+    Boundary boundary = here.IsLeaf()
+                            ? BoundaryOfLeaf(here, corners)
+                            : Merge(CloseNodes(node + 1, corners), CloseNodes(here.right, corners));
+    if (static_cast<int>(boundary.size()) < here.count) {
+        Fan& fan = fans[static_cast<std::size_t>(node)];
+        fan = {static_cast<int>(edges.size()), static_cast<int>(boundary.size())};
+        edges.insert(edges.end(), boundary.begin(), boundary.end());
+    }
+    return boundary;
+}
+
+clr_Winding::Boundary clr_Winding::BoundaryOfLeaf(const clr_TriangleTree::Node& leaf,
+                                                  const std::vector<Corners>& corners) const {
+    Boundary boundary;
+    for (int i = leaf.first; i < leaf.first + leaf.count; ++i) {
+        const Corners& corner = corners[static_cast<std::size_t>(tree.Original(i))];
+        for (std::size_t k = 0; k < 3; ++k) {
+            const int from = corner[k];
+            const int to = corner[(k + 1) % 3];
+            const Edge edge = from < to ? Edge{from, to, 1} : Edge{to, from, -1};
+            if (from != to) boundary = Merge(boundary, {edge});
+        }
+    }
+    return boundary;
+}
+
+clr_Winding::Boundary clr_Winding::Merge(const Boundary& a, const Boundary& b) {
+    const auto isBefore = [](const Edge& x, const Edge& y) {
+        return x.from != y.from ? x.from < y.from : x.to < y.to;
+    };
+    Boundary merged;
+    merged.reserve(a.size() + b.size());
+    auto i = a.begin();
+    auto j = b.begin();
+    while (i != a.end() && j != b.end()) {
+        if (isBefore(*i, *j)) {
+            merged.push_back(*i++);
+        } else if (isBefore(*j, *i)) {
+            merged.push_back(*j++);
+        } else {
+            const int count = i->count + j->count;
+            if (count != 0) merged.push_back({i->from, i->to, count});
+            ++i;
+            ++j;
+        }
+    }
+    merged.insert(merged.end(), i, a.end());
+    merged.insert(merged.end(), j, b.end());
+    return merged;
+}
+
+double clr_Winding::FanAngle(const Fan& fan, const clr_Vec& point) const {
+    if (fan.count == 0) return 0;
+    const auto seen = [&](int vertex) {
+        return vertices[static_cast<std::size_t>(vertex)] - point;
+    };
+    const auto begin = edges.begin() + fan.first;
+    const int hub = begin->from;
+    const clr_Vec fromHub = seen(hub);
+    double angle = 0;
+    for (auto edge = begin; edge != begin + fan.count; ++edge) {
+        if (edge->from == hub || edge->to == hub) continue;
+        angle += edge->count * HalfSolidAngle(fromHub, seen(edge->from), seen(edge->to));
+    }
+    return angle;
+}
+
+double clr_Winding::At(const clr_Vec& point) const {
+    double angle = 0;
+    const auto& nodes = tree.Nodes();
+    for (std::size_t index = 0; index < nodes.size();) {
+        const clr_TriangleTree::Node& node = nodes[index];
+        const bool takesFan = fans[index].count >= 0 && !node.box.Contains(point);
+        if (takesFan) {
+            angle += FanAngle(fans[index], point);
+        } else if (node.IsLeaf()) {
+            angle += LeafAngle(node, point);
+        }
+        index = takesFan ? static_cast<std::size_t>(node.after) : index + 1;
+    }
+    return angle / (2 * std::numbers::pi);
+}
+
+double clr_Winding::LeafAngle(const clr_TriangleTree::Node& leaf, const clr_Vec& point) const {
+    double angle = 0;
+    for (int i = leaf.first; i < leaf.first + leaf.count; ++i) {
+        const clr_Triangle& t = tree.Triangles()[static_cast<std::size_t>(i)];
+        angle += HalfSolidAngle(t[0] - point, t[1] - point, t[2] - point);
+    }
+    return angle;
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "host/clearance/clr_TriangleTree.h"
+
+/// The winding number of a part's surface about points: the sum of the signed solid angles of its
+/// triangles over 4 pi, 1 inside a closed surface whose triangles turn counter-clockwise as seen
+/// from outside, 0 outside of it, and between these near the open seams of one that is not closed
+/// (A. Jacobson et al., Robust inside-outside segmentation using generalized winding numbers,
+/// 2013).
+///
+/// From outside of a node's box its triangles are seen under the same solid angle as any other
+/// surface with their boundary, so a fan over the boundary stands in for them. That is exact, and a
+/// query costs about the square root of the triangles.
+class clr_Winding {
+  public:
+    using Corners = std::array<int, 3>;
+
+    /// `corners` holds the vertex numbers of every triangle of `surface`, in the order in which the
+    /// tree was given them. The tree and the positions outlive the object.
+    clr_Winding(const clr_TriangleTree& surface, const std::vector<Corners>& corners,
+                const std::vector<clr_Vec>& positions);
+
+    /// The winding number about `point`. On the surface itself it is a value between those of the
+    /// two sides.
+    [[nodiscard]] double At(const clr_Vec& point) const;
+    /// Whether the triangles close up: every edge is passed as often one way as the other.
+    [[nodiscard]] bool IsClosed() const noexcept { return isClosed; }
+
+  private:
+    /// An edge of a boundary, passed `count` times more from `from` to `to` than the other way.
+    struct Edge {
+        int from;
+        int to;
+        int count;
+    };
+    using Boundary = std::vector<Edge>;
+    struct Fan {
+        int first = 0;   ///< its first edge
+        int count = -1;  ///< its edges; below 0 the node's triangles are taken instead
+    };
+
+    Boundary CloseNodes(int node, const std::vector<Corners>& corners);
+    [[nodiscard]] Boundary BoundaryOfLeaf(const clr_TriangleTree::Node& leaf,
+                                          const std::vector<Corners>& corners) const;
+    static Boundary Merge(const Boundary& a, const Boundary& b);
+    [[nodiscard]] double LeafAngle(const clr_TriangleTree::Node& leaf, const clr_Vec& point) const;
+    [[nodiscard]] double FanAngle(const Fan& fan, const clr_Vec& point) const;
+
+    const clr_TriangleTree& tree;
+    const std::vector<clr_Vec>& vertices;
+    std::vector<Fan> fans;  ///< one a node
+    std::vector<Edge> edges;
+    bool isClosed = false;
+};
