@@ -1,9 +1,13 @@
 #include "ann/KTSOvuAnn.h"
 
 #include <iterator>
-#include <span>
 
+#include "ann/annC_Arrow.h"
 #include "ann/annC_Enumerations.h"
+#include "ann/annC_NamedAnchor.h"
+#include "ann/annC_Point3DAnchor.h"
+#include "ann/annC_Text.h"
+#include "ann/annC_ViewportAnchor.h"
 #include "foundation/alloc/KTSBasUseCount.h"
 #include "foundation/shared/cls_ModuleRegistration.h"
 
@@ -25,7 +29,12 @@ constexpr typ_ArchRow kClasses[] = {
 };
 static_assert(std::size(kClasses) == 9);
 
-constexpr std::span<const cls_MetadataRow> kMetadata;
+constexpr cls_MetadataRow kMetadata[] = {
+    {&annC_Annotation::InitializeMetadata, 7},    {&annC_ViewportAnchor::InitializeMetadata, 7},
+    {&annC_Arrow::InitializeMetadata, 7},         {&annC_NamedAnchor::InitializeMetadata, 7},
+    {&annC_Point3DAnchor::InitializeMetadata, 7}, {&annC_Anchor::InitializeMetadata, 7},
+    {&annC_Text::InitializeMetadata, 7},
+};
 
 constexpr cls_ModuleRegistration kRegistration(848,
                                                {kClasses, static_cast<int>(std::size(kClasses))},

@@ -5,6 +5,7 @@
 #include "foundation/alloc/KTSBasUseCount.h"
 #include "foundation/shared/cls_FoundationClasses.h"
 #include "foundation/shared/cls_ModuleRegistration.h"
+#include "omu/omu_Arguments.h"
 #include "omu/omu_AttributeErrorException.h"
 #include "omu/omu_ChangeHistory.h"
 #include "omu/omu_CmdExceptions.h"
@@ -16,10 +17,13 @@
 #include "omu/omu_PrimEnum.h"
 #include "omu/omu_PrimException.h"
 #include "omu/omu_PrimExpr.h"
+#include "omu/omu_PrimList.h"
 #include "omu/omu_PrimNone.h"
 #include "omu/omu_PrimNumber.h"
 #include "omu/omu_PrimPath.h"
+#include "omu/omu_PrimSequence.h"
 #include "omu/omu_PrimString.h"
+#include "omu/omu_PrimTuple.h"
 #include "omu/omu_PrimType.h"
 #include "omu/omu_PrimWrapper.h"
 #include "omu/omu_PyObjectWrapper.h"
@@ -127,6 +131,10 @@ constexpr cls_MetadataRow kMetadata[] = {
     {&omu_PrimException::InitializeMetadata, 2},
     {&omu_InterfaceObj::InitializeMetadata, 2},
     {&omu_PrimIntDictionary::InitializeMetadata, 2},
+    {&omu_PrimSequence::InitializeMetadata, 2},
+    {&omu_PrimTuple::InitializeMetadata, 2},
+    {&omu_PrimList::InitializeMetadata, 2},
+    {&omu_Arguments::InitializeMetadata, 2},
 };
 
 constexpr cls_ModuleRegistration kRegistration(19,

@@ -83,6 +83,8 @@ class omu_PrimDictionary : public omu_PrimDictionaryBase {
         return static_cast<int>(entries->list.size());
     }
     [[nodiscard]] bool IsMember(const Key& key) const { return entries->IndexOf(key) >= 0; }
+    /// The index of the entry with this key; -1 when it is absent.
+    [[nodiscard]] int IndexOf(const Key& key) const { return entries->IndexOf(key); }
     /// The value of `key`, null when it is absent; valid until the dictionary is written.
     [[nodiscard]] const omu_Primitive* Find(const Key& key) const {
         const int index = entries->IndexOf(key);
@@ -273,9 +275,9 @@ omu_PrimDictionary<Key>::omu_PrimDictionary(cls_ReadVisitor& visitor) : omu_Prim
         while (reader && reader->Next()) {
             std::unique_ptr<omu_Primitive> value = omu_ReadElement(*reader);
             if (value) {
-                Insert(reader->Key(), value.release());
+                this->Insert(reader->Key(), value.release());
             } else {
-                Insert(reader->Key(), omu_PrimNone());
+                this->Insert(reader->Key(), omu_PrimNone());
             }
         }
     };

@@ -6,6 +6,7 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <typeinfo>
 #include <vector>
 
 #include "foundation/shared/cls_ClassRegistrar.h"
@@ -133,7 +134,8 @@ TEST(omu_Primitive, EveryKindHasItsTagTextsCopyAndVisit) {
         EXPECT_EQ(value.AsRepr(), kind.text);
         EXPECT_FALSE(value.GetUid().IsAllocated());
         const std::unique_ptr<omu_Primitive> copy(value.Copy());
-        EXPECT_EQ(typeid(*copy), typeid(value));
+        const omu_Primitive& copied = *copy;
+        EXPECT_EQ(typeid(copied), typeid(value));
         EXPECT_TRUE(*copy == value);
         TagVisitor visitor;
         copy->Accept(&visitor);

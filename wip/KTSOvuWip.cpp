@@ -1,6 +1,7 @@
 #include "wip/KTSOvuWip.h"
 
 #include "foundation/alloc/KTSBasUseCount.h"
+#include "wip/wip_WIP.h"
 
 namespace {
 
@@ -10,4 +11,6 @@ constinit KTSBasUseCount useCount;
 
 void KTSOvuWip_initialize(int& count) { useCount.Raise(count); }
 
-void KTSOvuWip_finalize(int& count) { useCount.Lower(count); }
+void KTSOvuWip_finalize(int& count) {
+    if (useCount.Lower(count)) omi_SingletonBase<wip_WIP>::Finalize();
+}

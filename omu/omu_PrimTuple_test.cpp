@@ -1,0 +1,238 @@
+#include "omu/omu_PrimTuple.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "omu/omu_CmdExceptions.h"
+#include "omu/omu_PrimBoolean.h"
+#include "omu/omu_PrimEnum.h"
+#include "omu/omu_PrimList.h"
+#include "omu/omu_PrimNone.h"
+#include "omu/omu_PrimNumber.h"
+#include "omu/omu_PrimString.h"
+#include "omu/omu_PrimVisitor.h"
+#include "omu/omu_TextRepr.h"
+#include "omu/omu_TypeErrorException.h"
+
+namespace {
+
+template <class... Values>
+cow_List<omu_PrimHandle> HandlesOf(const Values&... values) {
+    cow_List<omu_PrimHandle> handles;
+    (handles.Append(omu_PrimHandle(values.Copy())), ...);
+    return handles;
+}
+
+template <class... Values>
+omu_PrimTuple Tuple(const Values&... values) {
+    return omu_PrimTuple(HandlesOf(values...));
+}
+
+template <class... Values>
+omu_PrimList List(const Values&... values) {
+    return omu_PrimList(HandlesOf(values...));
+}
+
+omu_PrimNumber N(double number) { return number; }
+omu_PrimNumber I(int number) { return number; }
+omu_PrimString S(const char* text) { return omu_PrimString(cow_String(text)); }
+
+/// The text of the exception of class `Exception` that `use` raises; "" when it raises none.
+template <class Exception>
+cow_String MessageOf(const std::function<void()>& use) {
+    try {
+        use();
+    } catch (const Exception& raised) {
+        return raised.JournalMessage(KTSBasStringMode::Untranslated);
+    }
+    return {};
+}
+
+/// Keeps what the sequence answers only as long as it is looked at.
+cow_String TextOf(const omu_Primitive* sequence) {
+    return std::unique_ptr<const omu_Primitive>(sequence)->AsString(0);
+}
+
+TEST(omu_PrimTuple, TextsTagsAndKinds) {
+    struct Case {
+        std::unique_ptr<omu_PrimTuple> value;
+        const char* text;
+    };
+    const Case cases[] = {
+        {std::make_unique<omu_PrimTuple>(), "()"},
+        {std::make_unique<omu_PrimTuple>(Tuple(I(1))), "(1,)"},
+        {std::make_unique<omu_PrimTuple>(Tuple(I(1), S("a"))), "(1, 'a')"},
+        {std::make_unique<omu_PrimTuple>(Tuple(Tuple(N(2)), List(), omu_PrimNone())),
+         "((2.0,), [], None)"},
+        {std::make_unique<omu_PrimList>(), "[]"},
+        {std::make_unique<omu_PrimList>(List(I(1))), "[1]"},
+        {std::make_unique<omu_PrimList>(List(Tuple(), List(S("a"), N(0.5)))), "[(), ['a', 0.5]]"},
+    };
+    struct Visitor : omu_PrimVisitor {
+        void Visit(const omu_PrimTuple&) override { visited = '('; }
+        void Visit(const omu_PrimList&) override { visited = '['; }
+        char visited = 0;
+    };
+    for (const Case& a : cases) {
+        EXPECT_EQ(a.value->AsString(0), a.text);
+        EXPECT_EQ(a.value->AsRepr(), a.text);
+        EXPECT_EQ(a.value->Type(), a.text[0]);
+        EXPECT_EQ(a.value->TypeString(), a.text[0] == '[' ? "list" : "tuple");
+        const std::unique_ptr<omu_PrimTuple> copy(a.value->Copy());
+        Visitor visitor;
+        copy->Accept(&visitor);
+        EXPECT_EQ(visitor.visited, a.text[0]);
+        for (const Case& b : cases) EXPECT_EQ(*copy == *b.value, &a == &b) << a.text << b.text;
+    }
+    EXPECT_FALSE(Tuple(I(1)) == List(I(1)));
+    EXPECT_TRUE(Tuple(I(1)) == Tuple(N(1)));
+    EXPECT_TRUE(omu_PrimTuple(List(I(1))) == Tuple(I(1))) << "a tuple made of a list is a tuple";
+    const omu_PrimTuple nan = Tuple(N(std::numeric_limits<double>::quiet_NaN()));
+    EXPECT_FALSE(nan == nan) << "elements are compared by value, shared or not";
+}
+
+TEST(omu_PrimTuple, RefusesIndicesAndNullElementsAndNeverAborts) {
+    const omu_PrimTuple tuple = Tuple(I(1), I(2));
+    const omu_PrimList list = List(I(1), I(2));
+    for (const int index : {-1, 2, -2147483647 - 1, 2147483647}) {
+        EXPECT_EQ(
+            MessageOf<omu_ValueErrorException>([&] { static_cast<void>(tuple.Index(index)); }),
+            "Tuple Index returned NULL");
+        EXPECT_EQ(MessageOf<omu_ValueErrorException>([&] { static_cast<void>(list.Index(index)); }),
+                  "List Index returned NULL");
+    }
+    EXPECT_THROW(omu_PrimTuple(cow_List<omu_PrimHandle>(omu_PrimHandle())),
+                 omu_GenericTypeErrorException);
+}
+
+TEST(omu_PrimTuple, SlicesJoinsAndRepeatsInItsOwnKind) {
+    const omu_PrimTuple tuple = Tuple(I(0), I(1), I(2));
+    const omu_PrimList list = List(S("x"));
+    EXPECT_EQ(TextOf(tuple.Slice(1, 3)), "(1, 2)");
+    EXPECT_EQ(TextOf(tuple.Slice(-5, 2)), "(0, 1)");
+    EXPECT_EQ(TextOf(tuple.Slice(2, 1)), "()");
+    EXPECT_EQ(TextOf(tuple.Concat(list)), "(0, 1, 2, 'x')");
+    EXPECT_EQ(TextOf(list.Concat(tuple)), "['x', 0, 1, 2]");
+    EXPECT_EQ(TextOf(list.Concat(list)), "['x', 'x']");
+    EXPECT_EQ(TextOf(tuple.Repeat(2)), "(0, 1, 2, 0, 1, 2)");
+    EXPECT_EQ(TextOf(list.Repeat(1)), "['x']");
+    EXPECT_EQ(TextOf(list.Repeat(0)), "[]");
+    EXPECT_EQ(TextOf(list.Slice(0, 9)), "['x']");
+    EXPECT_EQ(TextOf(omu_PrimTuple().Repeat(2147483647)), "()");
+    EXPECT_EQ(TextOf(tuple.Repeat(-2147483647 - 1)), "()");
+    EXPECT_THROW(static_cast<void>(tuple.Repeat(2147483647)), omu_ValueErrorException);
+}
+
+TEST(omu_PrimTuple, ReprIsCutBySettings) {
+    omu_TextRepr& settings = omu_TextRepr::Instance();
+    const omu_PrimTuple tuple = Tuple(I(1), List(I(1), I(2), I(3)), I(3));
+    settings.SetMaxElementsInSequence(2);
+    EXPECT_EQ(tuple.AsRepr(), "(1, [1, 2, ...], ...)");
+    EXPECT_EQ(tuple.AsString(0), "(1, [1, 2, 3], 3)");
+    settings.SetMaxElementsInSequence(0);
+    EXPECT_EQ(tuple.AsRepr(), "(...)");
+    settings.SetMaxElementsInSequence(2147483647);
+
+    const omu_PrimString large(cow_String(std::string((1 << 20) + 1, 'x')));
+    const omu_PrimTuple large2 = Tuple(List(large, I(1)), I(2));
+    EXPECT_EQ(large2.AsRepr(), "([" + large.AsString(0) + ", ...], ...)");
+    EXPECT_EQ(Tuple(large).AsRepr(), "(" + large.AsString(0) + ",)");
+    settings.SetMaxReprStringSizeMB(0);
+    EXPECT_EQ(large2.AsRepr(), large2.AsString(0));
+    settings.SetMaxReprStringSizeMB(2147483647);
+    EXPECT_EQ(large2.AsRepr(), large2.AsString(0));
+    omi_SingletonBase<omu_TextRepr>::Finalize();
+}
+
+TEST(omu_PrimTuple, NestingIsBounded) {
+    omu_PrimList nested;
+    for (int depth = 2; depth <= 256; ++depth) nested = List(nested);
+    EXPECT_EQ(nested.AsString(0).Length(), 512);
+    EXPECT_TRUE(nested == *std::unique_ptr<omu_Primitive>(nested.Copy()));
+    EXPECT_THROW(List(nested), omu_ValueErrorException);
+    EXPECT_THROW(Tuple(I(1), nested), omu_ValueErrorException);
+    omu_PrimList shallow = List(I(1));
+    EXPECT_THROW(shallow.Append(nested), omu_ValueErrorException);
+    EXPECT_THROW(shallow.Set(0, nested), omu_ValueErrorException);
+    EXPECT_EQ(shallow.AsString(0), "[1]");
+
+    omu_PrimList doubled = List(I(1));
+    for (int i = 0; i < 25; ++i) doubled = List(doubled, doubled);
+    EXPECT_EQ(doubled.Nesting().nodes, 3 * (std::int64_t{1} << 25) - 1);
+    EXPECT_LT(doubled.AsRepr().Length(), (1 << 20) + 1024);
+    EXPECT_THROW(List(doubled, doubled), omu_ValueErrorException);
+    EXPECT_THROW(static_cast<void>(List(doubled).Repeat(2)), omu_ValueErrorException);
+    EXPECT_THROW(static_cast<void>(List(doubled).Concat(List(doubled))), omu_ValueErrorException);
+}
+
+TEST(omu_PrimTuple, ConvertsAsAWholeOrNotAtAll) {
+    cow_String word;
+    cow_List<int> integers(7);
+    EXPECT_TRUE(Tuple(I(1), omu_PrimNumber(2u)).AsListInt(integers, word));
+    EXPECT_EQ(integers, cow_List<int>(1, 2));
+    EXPECT_FALSE(Tuple(I(1), N(2)).AsListInt(integers, word));
+    EXPECT_EQ(word, "sequence of Integers");
+    EXPECT_EQ(integers.Length(), 2) << "untouched";
+    cow_List<float> floats;
+    EXPECT_TRUE(Tuple(I(1), N(0.1)).AsListFloat(floats, word));
+    EXPECT_EQ(floats, cow_List<float>(1, 0.1f));
+    EXPECT_FALSE(Tuple(omu_PrimBoolean(true)).AsListFloat(floats, word));
+    EXPECT_EQ(word, "sequence of Floats");
+    cow_List<double> doubles;
+    EXPECT_TRUE(Tuple(omu_PrimNumber(4000000000u)).AsListDouble(doubles, word));
+    EXPECT_EQ(doubles, cow_List<double>(4e9));
+    EXPECT_FALSE(Tuple(S("1")).AsListDouble(doubles, word));
+    EXPECT_EQ(word, "sequence of Doubles");
+    cow_List<bool> booleans;
+    EXPECT_TRUE(Tuple(omu_OnOffConst(true), I(0)).AsListBool(booleans, word));
+    EXPECT_EQ(booleans, cow_List<bool>(true, false));
+    EXPECT_FALSE(Tuple(I(2)).AsListBool(booleans, word));
+    EXPECT_EQ(word, "sequence of Bool");
+    cow_List<cow_String> strings;
+    EXPECT_TRUE(List(omu_PrimTranslatedString("b"), S("a")).AsListString(strings, word));
+    EXPECT_EQ(strings, cow_List<cow_String>("b", "a"));
+    EXPECT_FALSE(Tuple(I(1)).AsListString(strings, word));
+    EXPECT_EQ(word, "sequence of Strings");
+    cow_List<atr_String> translated;
+    EXPECT_TRUE(Tuple(S("a")).AsListTranslatedString(translated, word));
+    EXPECT_FALSE(Tuple(omu_PrimNone()).AsListTranslatedString(translated, word));
+    EXPECT_EQ(word, "sequence of translated Strings");
+    EXPECT_EQ(translated, cow_List<atr_String>("a"));
+}
+
+TEST(omu_PrimTuple, ConvertsRowsOfOneLengthAndPairs) {
+    cow_String word;
+    cow_2DArray<double> table(1, 1);
+    EXPECT_TRUE(Tuple(Tuple(I(1), I(2)), List(I(3), N(4))).As2DArrayDouble(table, word));
+    EXPECT_EQ(table.Rows(), 2);
+    EXPECT_EQ(table.ConstGet(1, 0), 3);
+    for (const omu_PrimTuple& refused :
+         {Tuple(Tuple(I(1), I(2)), Tuple(I(1))), Tuple(Tuple(I(1)), I(1)), Tuple(Tuple(S("x")))}) {
+        word = "";
+        EXPECT_FALSE(refused.As2DArrayDouble(table, word));
+        EXPECT_EQ(word, "2D sequence of Doubles");
+        EXPECT_EQ(table.Cols(), 2) << "untouched";
+    }
+    EXPECT_TRUE(Tuple().As2DArrayDouble(table, word));
+    EXPECT_EQ(table.Rows() + table.Cols(), 0);
+    cow_2DArray<cow_String> texts;
+    EXPECT_TRUE(List(List(S("a")), List(S("b"))).As2DArrayString(texts, word));
+    EXPECT_EQ(texts.ConstGet(1, 0), "b");
+    EXPECT_FALSE(List(List(I(1))).As2DArrayString(texts, word));
+    EXPECT_EQ(word, "2D sequence of Strings");
+
+    cow_Map<cow_String, float> map;
+    EXPECT_TRUE(Tuple(Tuple(S("a"), I(1)), List(S("b"), N(2)), Tuple(S("a"), I(3)))
+                    .AsMapString2Float(map, word));
+    EXPECT_EQ(map.ConstGet("a"), 3);
+    EXPECT_EQ(map.ConstGet("b"), 2);
+    EXPECT_FALSE(Tuple(Tuple(S("a"), I(1), I(1))).AsMapString2Float(map, word));
+    EXPECT_EQ(word, "2D sequence of Floats");
+}
+
+}  // namespace

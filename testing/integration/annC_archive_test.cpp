@@ -1,0 +1,167 @@
+// Annotations through the records of the archive, with the library as it is loaded.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+
+#include "ann/annC_Arrow.h"
+#include "ann/annC_NamedAnchor.h"
+#include "ann/annC_Point3DAnchor.h"
+#include "ann/annC_Text.h"
+#include "ann/annC_ViewportAnchor.h"
+#include "foundation/shared/bio_Ofilter.h"
+#include "idb/idb_Archive.h"
+
+namespace {
+
+using testing::HasSubstr;
+
+template <class T>
+std::string Save(const T& object) {
+    bio_Ofilter out;
+    idb_SaveObject(out, object);
+    return std::string(reinterpret_cast<const char*>(out.Data()), out.Size());
+}
+
+/// What `base` stands for in an archive; null when the record is refused.
+template <class Base>
+std::unique_ptr<Base> Load(const std::string& bytes) {
+    idb_LoadFault fault;
+    idb_ObjectPtr object = idb_LoadAnyObject(bytes.data(), bytes.size(), Base::kTypeId, fault);
+    return std::unique_ptr<Base>(static_cast<Base*>(object.release()));
+}
+
+template <class Base>
+void ExpectRoundTrip(const Base& object, std::size_t size) {
+    const std::string bytes = Save(object);
+    EXPECT_EQ(bytes.size(), size);
+    const std::unique_ptr<Base> loaded = Load<Base>(bytes);
+    ASSERT_NE(loaded, nullptr);
+    EXPECT_TRUE(*loaded == object);
+    EXPECT_EQ(Save(*loaded), bytes);
+}
+
+/// The bytes with `replacement` in place of the one place where `sought` stands.
+std::string Replaced(std::string bytes, const std::string& sought, const std::string& replacement) {
+    const std::size_t at = bytes.find(sought);
+    EXPECT_NE(at, std::string::npos);
+    return bytes.replace(at, sought.size(), replacement);
+}
+
+std::string Text(const std::string& text) {
+    return std::string{static_cast<char>(text.size()), 0, 0, 0} + text;
+}
+
+template <class T>
+std::unique_ptr<annC_Annotation> LoadDamaged(const std::string& bytes, std::string& printed) {
+    testing::internal::CaptureStderr();
+    bio_Ofilter out;
+    idb_LoadFault fault;
+    std::unique_ptr<annC_Annotation> loaded;
+    const auto read = [&loaded](cls_ReadVisitor& visitor) {
+        loaded = std::make_unique<T>(visitor);
+    };
+    static_cast<void>(idb_LoadRecord(bytes.data(), bytes.size(), T::kTypeId, read, fault));
+    printed = testing::internal::GetCapturedStderr();
+    return loaded;
+}
+
+TEST(annC_Archive, RecordsArePinned) {
+    ExpectRoundTrip<annC_Anchor>(annC_NamedAnchor(), 14);
+    ExpectRoundTrip<annC_Anchor>(annC_ViewportAnchor(1.5, -2), 25);
+    ExpectRoundTrip<annC_Anchor>(annC_Point3DAnchor(1, 2, 3), 33);
+    ExpectRoundTrip<annC_Annotation>(annC_Annotation(), 9);
+    ExpectRoundTrip<annC_Annotation>(annC_Arrow(), 148);
+    ExpectRoundTrip<annC_Annotation>(annC_Text(), 153);
+    const std::string head("\x06\x00\x50\x03\x01\x00\x00\x00\x00", 9);
+    const std::string strings = Text("White") + Text("0") + Text("0") + Text("1") + Text("8");
+    EXPECT_EQ(Save(annC_Arrow()).substr(0, 54), head + std::string(16, '\0') + strings);
+    EXPECT_EQ(Save(annC_Text()).substr(9, 12), std::string(12, '\0')) << "box, rotationAngle";
+    EXPECT_THAT(Save(annC_Text()),
+                HasSubstr(Text("Black") + Text("0") + Text(annC_Text::kDefaultFont) + Text("0") +
+                          Text("") + Text("White")));
+}
+
+TEST(annC_Archive, EveryFieldComesBack) {
+    annC_Arrow arrow;
+    arrow.SetStartPoint({1.5, -2});
+    arrow.SetEndPoint({3, 4.25});
+    arrow.SetStartAnchor(annC_Point3DAnchor(1, 2, 3));
+    arrow.SetEndAnchor(annC_ViewportAnchor(10, 20));
+    arrow.SetStartHeadStyle("HOLLOW_SQUARE");
+    arrow.SetEndHeadStyle("ARROW");
+    arrow.SetStartGap(0.25);
+    arrow.SetEndGap(0.5);
+    arrow.SetColor("Red");
+    arrow.SetLineStyle("DASHED");
+    arrow.SetLineThickness("THICK");
+    ExpectRoundTrip<annC_Annotation>(arrow, 148 - 2 - 28 + 33 + 25);
+    EXPECT_THAT(Save(arrow),
+                HasSubstr(Text("Red") + Text("2") + Text("3") + Text("0") + Text("6")));
+
+    annC_Text text;
+    text.SetText("two\nlines");
+    text.SetOffset({-1, 1});
+    text.SetAnchor(annC_NamedAnchor(annC_POSITION_TOP_RIGHT));
+    text.SetReferencePoint(annC_NamedAnchor(annC_POSITION_CENTER));
+    text.SetRotationAngle(30);
+    text.SetFont("-*-courier-");
+    text.SetColor("#FF0000");
+    text.SetBackgroundStyle("OTHER");
+    text.SetBackgroundColor("no colour");
+    text.SetBox(true);
+    text.SetJustification("RIGHT");
+    const std::unique_ptr<annC_Annotation> loaded = Load<annC_Annotation>(Save(text));
+    ASSERT_NE(loaded, nullptr);
+    EXPECT_TRUE(*loaded == text);
+    EXPECT_EQ(Save(*loaded), Save(text));
+}
+
+TEST(annC_Archive, DamagedFieldsTakeTheirDefaults) {
+    std::string printed;
+    annC_Arrow arrow;
+    arrow.SetEndHeadStyle("HOLLOW_CIRCLE");
+    for (const char* const damaged : {"9", "-", "x"}) {
+        const std::string bytes =
+            Replaced(Save(arrow), Text("2") + Text("8"), Text(damaged) + Text("7"));
+        const auto loaded = LoadDamaged<annC_Arrow>(bytes, printed);
+        ASSERT_NE(loaded, nullptr);
+        EXPECT_EQ(printed, std::string("Error reading annotation: endHeadStyle has no value \"") +
+                               damaged + "\"\n");
+        const auto& read = dynamic_cast<const annC_Arrow&>(*loaded);
+        EXPECT_EQ(read.GetEndHeadStyle(), annC_HEAD_FILLED_ARROW);
+        EXPECT_EQ(read.GetStartHeadStyle(), annC_HEAD_FILLED_SQUARE) << "what follows is read";
+    }
+
+    // No start anchor; then one whose class no object is of, where the stream ends.
+    const std::string named = Save(annC_NamedAnchor());
+    const std::string null("\x01\x00\x00\x00\x00", 5);
+    const std::string base("\x01\x00\x50\x03\x01\x00\x00\x00\x00", 9);
+    arrow.SetEndAnchor(annC_ViewportAnchor(1, 2));
+    for (const std::string& record : {null, base, Save(annC_Annotation())}) {
+        const auto loaded = LoadDamaged<annC_Arrow>(Replaced(Save(arrow), named, record), printed);
+        ASSERT_NE(loaded, nullptr);
+        const auto& read = dynamic_cast<const annC_Arrow&>(*loaded);
+        EXPECT_TRUE(read.ConstGetStartAnchor() == annC_NamedAnchor());
+        EXPECT_EQ(read.ConstGetEndAnchor() == annC_ViewportAnchor(1, 2), record == null);
+        EXPECT_EQ(printed == "", record == null);
+    }
+
+    // One coordinate too few, and a flag that is neither 0 nor 1.
+    const std::string point = std::string{2, 0, 0, 0, 1, 0, 0, 0} + std::string(16, '\0');
+    const std::string shorter =
+        std::string{1, 0, 0, 0, 1, 0, 0, 0} + std::string(6, '\0') + "\xF0?";
+    const auto loaded =
+        LoadDamaged<annC_Text>(Replaced(Save(annC_Text()), point, shorter), printed);
+    EXPECT_EQ(dynamic_cast<const annC_Text&>(*loaded).GetOffset(), (annC_Point2D{1, 0}));
+    std::string boxed = Save(annC_Text());
+    boxed[10] = 4;
+    const auto withBox = LoadDamaged<annC_Text>(boxed, printed);
+    EXPECT_TRUE(dynamic_cast<const annC_Text&>(*withBox).HasBox());
+    EXPECT_EQ(Save(*withBox), boxed);
+}
+
+}  // namespace
