@@ -41,7 +41,8 @@ void gsl_PersistentVector::DBWrite(cls_WriteVisitor& visitor) const {
 void gsl_PersistentVector::InitializeMetadata(cls_ClassRegistrar& registrar) {
     cls_ClassMetadata metadata("gsl_Vector", TypeId(), &Ctor, gsl_Point::TypeId());
     metadata.SetCowDtor([](void* object) { delete static_cast<gsl_PersistentVector*>(object); });
-    metadata.AddAttribute(kX.Name(), cls_KIND_DOUBLE)
+    metadata.SetParentInRecordsOnly()
+        .AddAttribute(kX.Name(), cls_KIND_DOUBLE)
         .AddAttribute(kY.Name(), cls_KIND_DOUBLE)
         .AddAttribute(kZ.Name(), cls_KIND_DOUBLE)
         .AddAttribute(kMagnitude.Name(), cls_KIND_DOUBLE);

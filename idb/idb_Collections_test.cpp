@@ -17,6 +17,7 @@
 #include "idb/idb_ReadObjCollections.h"
 #include "idb/idb_WriteObjCollections.h"
 #include "testing/test_ArchiveClasses.h"
+#include "testing/test_Hex.h"
 #include "testing/test_Random.h"
 
 namespace {
@@ -165,22 +166,83 @@ TEST(idb_MapPrim, ReadsItsOwnLongChainsAndGivesUpForeignOnes) {
               hostile.Failed() ? "Error reading stream: string keys out of a map's order\n" : "");
 }
 
+template <class Writer, class... Contents>
+std::string Written(const Contents&... contents) {
+    bio_Ofilter out;
+    Writer(out, 2).Write(contents...);
+    return test_Hex(out);
+}
+
+TEST(idb_Collections, WriteTheStatedBytes) {
+    const std::string two = "02000000";
+    EXPECT_EQ(Written<idb_WriteListPrim<bool>>(cow_List<bool>(true, false)), two + two + "0100");
+    EXPECT_EQ(Written<idb_WriteListPrim<int>>(cow_List<int>(-2, 3)),
+              two + two + "feffffff03000000");
+    EXPECT_EQ(Written<idb_WriteListPrim<unsigned>>(cow_List<unsigned>(0x80000001u, 3)),
+              two + two + "0100008003000000");
+    EXPECT_EQ(Written<idb_WriteListPrim<float>>(cow_List<float>(0.5f, -0.0f)),
+              two + two + "0000003f00000080");
+    EXPECT_EQ(Written<idb_WriteListPrim<double>>(cow_List<double>(1.5, -0.0)),
+              two + two + "000000000000f83f0000000000000080");
+    EXPECT_EQ(Written<idb_WriteListPrim<cow_String>>(cow_List<cow_String>("ab", "")),
+              two + two +
+                  "020000006162"
+                  "00000000");
+    cow_Map<int, float> floats;
+    floats.Insert(1, 0.5f);
+    floats.Insert(2, 1.5f);
+    EXPECT_EQ(Written<idb_WriteMapInt2Prim<float>>(floats), two + two +
+                                                                "01000000"
+                                                                "0000003f"
+                                                                "02000000"
+                                                                "0000c03f");
+    cow_Map<cow_String, cow_String> strings;
+    strings.Insert("a", "xyz");
+    strings.Insert("b", "");
+    EXPECT_EQ(Written<idb_WriteMapString2Prim<cow_String>>(strings), two + two +
+                                                                         "0100000061"
+                                                                         "0300000078797a"
+                                                                         "0100000062"
+                                                                         "00000000");
+}
+
 // Count, columns, and the records, in maps each behind its key: the form of every object
 // collection.
 TEST(idb_ObjCollections, WritesCountColumnsKeysAndRecords) {
     const test_Classes classes;
     const test_Node node(9);
+    const std::string null = "0100000000";
+    const std::string nine =
+        "0200f07f0100000000"
+        "09000000" +
+        null;
     bio_Ofilter out;
     {
         idb_WriteListObj list(out, classes, 4);
         node.DBWrite(*list.MakeWriteObj(test_Node::TypeId(), cls_Uid(), &node));
         list.WriteNullObj();
     }
-    const int id = static_cast<int>(test_Node::TypeId());
-    EXPECT_EQ(out.Size(), 8u + 18u + 5u);
-    bio_Ifilter head(out.Data(), out.Size());
-    for (const int word : {2, 4, id}) EXPECT_EQ(head.ReadInt(), word);
-    EXPECT_TRUE(head.ReadBool());
+    EXPECT_EQ(test_Hex(out),
+              "02000000"
+              "04000000" +
+                  nine + null);
+    out.Clear();
+    {
+        idb_WriteMapString2Obj writer(out, classes, 1);
+        node.DBWrite(*writer.MakeWriteObj("key", test_Node::TypeId(), cls_Uid(), &node));
+    }
+    EXPECT_EQ(test_Hex(out),
+              "01000000"
+              "01000000"
+              "030000006b6579" +
+                  nine);
+    out.Clear();
+    { idb_WriteBlob(out).Write("\x01\x00\xFF", 3); }
+    EXPECT_EQ(test_Hex(out),
+              "03000000"
+              "01000000"
+              "0100ff");
+
     bio_Ofilter map;
     {
         idb_WriteMapInt2Obj writer(map, classes, 1);
@@ -188,6 +250,11 @@ TEST(idb_ObjCollections, WritesCountColumnsKeysAndRecords) {
         node.DBWrite(*writer.MakeWriteObj(3, test_Node::TypeId(), cls_Uid(), &node));
         writer.WriteNullObj(4);
     }
+    EXPECT_EQ(test_Hex(map),
+              "03000000"
+              "01000000"
+              "03000000" +
+                  null + "03000000" + nine + "04000000" + null);
     bio_Ifilter in(map.Data(), map.Size());
     idb_ReadMapInt2Obj reader(in, classes, 2);
     ASSERT_EQ(reader.Size(), 2);
@@ -203,6 +270,30 @@ TEST(idb_ObjCollections, WritesCountColumnsKeysAndRecords) {
     ASSERT_TRUE(reader.Next());
     EXPECT_EQ(reader.ClassId(), 0u);
     EXPECT_FALSE(reader.Next());
+}
+
+// A record of an unknown class ends at its flag, so that the next one is found.
+TEST(idb_ObjCollections, GoesOnBehindAnObjectOfAnUnknownClass) {
+    const test_Classes classes;
+    const auto bytes = test_Bytes(
+        "02000000"
+        "01000000"
+        "99090000"
+        "01"
+        "0200f07f0100000000"
+        "09000000"
+        "0100000000");
+    bio_Ifilter in(bytes.data(), bytes.size());
+    CaptureStderr();
+    idb_ReadListObj reader(in, classes, 2);
+    EXPECT_EQ(GetCapturedStderr(), "Error reading object: class 999 has no constructor\n");
+    ASSERT_EQ(reader.Size(), 2);
+    reader.Next();
+    EXPECT_EQ(reader.ConstGet(2), nullptr);
+    reader.Next();
+    const auto* node = static_cast<const test_Node*>(reader.ConstGet(test_Node::TypeId()));
+    EXPECT_TRUE(node && node->value == 9);
+    EXPECT_TRUE(in.Faulty() && !in.Failed());
 }
 
 TEST(idb_ObjCollections, DestroysWhatNobodyTookOrWarns) {

@@ -10,6 +10,7 @@
 #include "idb/idb_Archive.h"
 #include "idb/idb_ListPrim.h"
 #include "idb/idb_MapPrim.h"
+#include "idb/idb_ReadObjCollections.h"
 #include "testing/test_ArchiveClasses.h"
 #include "testing/test_FailingAllocator.h"
 
@@ -94,17 +95,24 @@ bool NoteRequest(std::size_t bytes) {
     return false;
 }
 
+/// The size that a reader finds in `count`, columns and 64 zero bytes.
 template <class Reader>
 int SizeRead(int count) {
+    static const test_Classes classes;
     bio_Ofilter out;
     out.Write(count);
     out.Write(1);
     for (int i = 0; i < 16; ++i) out.Write(0);
     bio_Ifilter in(out.Data(), out.Size());
-    return Reader(in).Size();
+    if constexpr (std::is_constructible_v<Reader, bio_Ifilter&>) {
+        return Reader(in).Size();
+    } else {
+        return Reader(in, classes, 2).Size();
+    }
 }
 
 TEST(idb_Hostile, RefusesCountsThatTheStreamCannotHold) {
+    static_cast<void>(SizeRead<idb_ReadListObj>(0));  // makes the classes
     largestRequest = 0;
     const mem_FailureHook before = mem_SetFailureHook(&NoteRequest);
     for (const int count : {17, 0x7FFFFFFF}) {
@@ -112,13 +120,16 @@ TEST(idb_Hostile, RefusesCountsThatTheStreamCannotHold) {
                                  " elements expected, 68 bytes left\n";
         for (const auto read :
              {&SizeRead<idb_ReadListPrim<int>>, &SizeRead<idb_ReadListPrim<cow_String>>,
-              &SizeRead<idb_ReadMapInt2Prim<float>>, &SizeRead<idb_ReadMapString2Prim<double>>}) {
+              &SizeRead<idb_ReadMapInt2Prim<float>>, &SizeRead<idb_ReadMapString2Prim<double>>,
+              &SizeRead<idb_ReadListObj>, &SizeRead<idb_ReadMapInt2Obj>,
+              &SizeRead<idb_ReadMapString2Obj>}) {
             CaptureStderr();
             EXPECT_EQ(read(count), 0);
             EXPECT_EQ(GetCapturedStderr(), line);
         }
     }
     EXPECT_EQ(SizeRead<idb_ReadListPrim<double>>(-1), 0);
+    EXPECT_EQ(SizeRead<idb_ReadBlob>(64), 64);
     EXPECT_EQ(SizeRead<idb_ReadListPrim<bool>>(64), 64);
     EXPECT_EQ(SizeRead<idb_ReadListPrim<double>>(8), 8);
     mem_SetFailureHook(before);

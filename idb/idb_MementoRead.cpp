@@ -48,14 +48,17 @@ void idb_MementoRead::ReadRecord() {
         hasValue = isEntered;
     }
     if (!hasValue) return;
-    const bool hasLayout = role != Role::Collection && !idb_HasOwnBody(classId);
-    layout = idb_StreamLayouts::Find(filter.State(), registrar, classId);
-    const bool endsHere = !layout && classId != idb_NULL_CLASS &&
-                          classId != idb_JAGGED_ARRAY_CLASS && role != Role::Collection &&
-                          collectionType == cls_NO_COLLECTION;
-    if (endsHere) return;
+    if (classId != idb_NULL_CLASS) {
+        layout = idb_StreamLayouts::Find(filter.State(), registrar, classId);
+    }
+    const bool isCollection = role == Role::Collection || collectionType != cls_NO_COLLECTION;
+    hasBody =
+        layout || isCollection || classId == idb_NULL_CLASS || classId == idb_JAGGED_ARRAY_CLASS;
+    if (!hasBody) return;
     ReadNumber();
-    if (layout && hasLayout) ReadFields();
+    if (!layout || role == Role::Collection) return;
+    if (collectionType == cls_NO_COLLECTION) collectionType = layout->CollectionType();
+    if (!idb_HasOwnBody(classId)) ReadFields();
 }
 
 void idb_MementoRead::TakeClass(std::uint32_t storedId) {
@@ -97,7 +100,9 @@ void idb_MementoRead::ReadFields() {
 
 void* idb_MementoRead::getObjectPtr() const {
     const bio_ReadObject* const known = filter.Objects().Find(number);
-    return known ? known->object : nullptr;
+    if (!known || known->classId == classId) return known ? known->object : nullptr;
+    idb_ReportNotInherited(filter, known->classId, classId);
+    return nullptr;
 }
 
 const idb_FieldLayout* idb_MementoRead::Find(const cls_FieldHandle& field) const {
@@ -251,7 +256,7 @@ std::unique_ptr<Reader> idb_MementoRead::MakeReader(const idb_CollectionKind& ki
         filter.MarkFaulty();
         return nullptr;
     }
-    return hasValue ? std::make_unique<Reader>(filter, arguments...) : nullptr;
+    return hasBody ? std::make_unique<Reader>(filter, arguments...) : nullptr;
 }
 
 std::unique_ptr<cls_ReadListPrim<bool>> idb_MementoRead::MakeReadListPrim(bool) {

@@ -35,7 +35,8 @@ class idb_RecordLayout;
 class KTSOVUGEOM_API idb_MementoRead : public cls_MementoRead {
   public:
     /// Reads the next record: an object of `expectedClassId` or of a class that may take its place
-    /// (2: any class), with collections of `type` in its body.
+    /// (2: any class), with collections of `type` in its body (none: of the type that the metadata
+    /// give the class itself).
     idb_MementoRead(bio_Ifilter& filter, const cls_ClassRegistrar& registrar,
                     std::uint32_t expectedClassId, cls_CollectionType type = cls_NO_COLLECTION);
     ~idb_MementoRead() override;
@@ -126,7 +127,7 @@ class KTSOVUGEOM_API idb_MementoRead : public cls_MementoRead {
     void ReadNumberField(const cls_FieldHandle& field, T& value);
     /// The class that the objects of a collection are expected to be of.
     [[nodiscard]] std::uint32_t ElementClass() const noexcept;
-    /// Reads the collection that the body holds; null when it has no value or is not of `kind`.
+    /// Reads the collection that the body holds; null when there is none or it is not of `kind`.
     template <class Reader, class... Arguments>
     std::unique_ptr<Reader> MakeReader(const idb_CollectionKind& kind,
                                        const Arguments&... arguments);
@@ -138,6 +139,7 @@ class KTSOVUGEOM_API idb_MementoRead : public cls_MementoRead {
     Role role;
     bool isEntered = false;  ///< counted as nested
     bool hasValue = false;
+    bool hasBody = false;  ///< goes on behind the flag
     bool isKnown = false;
     bool isBegun = false;  ///< entered the number in the table of objects
     int number = 0;

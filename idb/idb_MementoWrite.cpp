@@ -72,7 +72,7 @@ idb_MementoWrite::idb_MementoWrite(bio_Ofilter& stream, const cls_ClassRegistrar
           stream, classes,
           {.classId = objectClassId, .hasValue = object != nullptr, .uid = objectUid}) {
     deletesNested = needsDeletion;
-    if (layout) collectionType = layout->CollectionType();
+    idb_StreamLayouts::BeginRecords(filter.State());
 }
 
 idb_MementoWrite::idb_MementoWrite(bio_Ofilter& stream, const cls_ClassRegistrar& classes,
@@ -86,7 +86,9 @@ idb_MementoWrite::idb_MementoWrite(bio_Ofilter& stream, const cls_ClassRegistrar
       depth(record.depth),
       uid(record.uid),
       layout(idb_StreamLayouts::Find(stream.State(), classes, record.classId)) {
-    if (!layout || role == idb_RecordRoleEnm::Collection || idb_HasOwnBody(classId)) return;
+    if (!layout || role == idb_RecordRoleEnm::Collection) return;
+    if (collectionType == cls_NO_COLLECTION) collectionType = layout->CollectionType();
+    if (idb_HasOwnBody(classId)) return;
     fixedBlock.resize(layout->FixedSize());
     strings.resize(layout->StringCount());
 }

@@ -6,40 +6,26 @@
 
 #include "foundation/shared/nex_Exception.h"
 #include "idb/idb_Archive.h"
+#include "idb/idb_ListPrim.h"
+#include "idb/idb_MapPrim.h"
 #include "idb/idb_MementoRead.h"
 #include "idb/idb_MementoWrite.h"
+#include "idb/idb_WriteObjCollections.h"
 #include "testing/test_ArchiveClasses.h"
+#include "testing/test_FailingAllocator.h"
+#include "testing/test_Hex.h"
 
 namespace {
 
 using testing::internal::CaptureStderr;
 using testing::internal::GetCapturedStderr;
 
-std::string Hex(const bio_Ofilter& out) {
-    static constexpr char digits[] = "0123456789abcdef";
-    std::string text;
-    for (std::size_t i = 0; i < out.Size(); ++i) {
-        const auto byte = std::to_integer<unsigned>(out.Data()[i]);
-        text += digits[byte >> 4];
-        text += digits[byte & 15];
-    }
-    return text;
-}
-
-std::vector<std::byte> Bytes(const std::string& hex) {
-    std::vector<std::byte> bytes;
-    for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
-        bytes.push_back(static_cast<std::byte>(std::stoi(hex.substr(i, 2), nullptr, 16)));
-    }
-    return bytes;
-}
-
 template <class T>
 std::string Saved(const T& object, const cls_Uid& uid = cls_Uid()) {
     static const test_Classes classes;
     bio_Ofilter out;
     idb_SaveObject(out, object, uid, classes);
-    return Hex(out);
+    return test_Hex(out);
 }
 
 class idb_Memento : public testing::Test {
@@ -48,13 +34,13 @@ class idb_Memento : public testing::Test {
 
     /// A filter over the bytes that `hex` spells.
     bio_Ifilter& Filter(const std::string& hex) {
-        bytes = Bytes(hex);
+        bytes = test_Bytes(hex);
         filter.emplace(bytes.data(), bytes.size());
         return *filter;
     }
     template <class T>
     std::unique_ptr<T> Load(const std::string& hex) {
-        const std::vector<std::byte> stream = Bytes(hex);
+        const std::vector<std::byte> stream = test_Bytes(hex);
         return idb_LoadObject<T>(stream.data(), stream.size(), T::TypeId(), fault, classes);
     }
 
@@ -283,7 +269,7 @@ TEST_F(idb_Memento, KeepsTheOrderInWhichWritersWereMade) {
     first.reset();
     EXPECT_EQ(memento.MakeWriteObj("_b", test_Node::TypeId(), cls_Uid()), nullptr);
     memento.Flush();
-    EXPECT_EQ(Hex(out),
+    EXPECT_EQ(test_Hex(out),
               "4e000000"
               "01"
               "00000000"
@@ -309,7 +295,7 @@ TEST_F(idb_Memento, EndsNullAndUnknownRecordsAtTheFlag) {
     idb_MementoWrite(out, classes, 1, this, true).Flush();
     idb_MementoWrite(out, classes, 0x999, this, true, cls_Uid::AllocateUid()).Flush();
     idb_MementoWrite(out, classes, 0x230005, this, true).Flush();
-    EXPECT_EQ(Hex(out),
+    EXPECT_EQ(test_Hex(out),
               "0200f07f"
               "00"
               "01000000"
@@ -321,7 +307,11 @@ TEST_F(idb_Memento, EndsNullAndUnknownRecordsAtTheFlag) {
               "00000000");
 
     bio_Ifilter in(out.Data(), out.Size());
+    CaptureStderr();
     const idb_MementoRead null(in, classes, test_Mixed::TypeId());
+    EXPECT_EQ(GetCapturedStderr(),
+              "Error constructing object for 7ff00002 does not inherit from 7ff00001\n"
+              "Error constructing object for  does not inherit from \n");
     EXPECT_FALSE(null.HasValue());
     EXPECT_EQ(in.Remaining(), out.Size() - 5);
     const idb_MementoRead noClass(in, classes, test_Mixed::TypeId());
@@ -384,14 +374,21 @@ TEST_F(idb_Memento, RefusesANumberOfAnotherClass) {
     idb_MementoRead record(Filter("4e000000"
                                   "01"
                                   "00000000" +
-                                  node + mixed),
+                                  node + mixed + node + mixed),
                            classes, 78);
     const std::unique_ptr<test_Node> first(
         static_cast<test_Node*>(record.ReadObjPtr("_a", test_Node::TypeId())));
     CaptureStderr();
     EXPECT_EQ(record.ReadObjPtr("_b", test_Mixed::TypeId()), nullptr);
-    EXPECT_EQ(GetCapturedStderr(),
-              "Error reading object ptr for 7ff00002 does not inherit from 7ff00001");
+    const idb_MementoRead second(*filter, classes, test_Node::TypeId());
+    static_cast<void>(idb_MementoRead(*filter, classes, 2));  // its null object
+    EXPECT_TRUE(second.getMarker());
+    EXPECT_EQ(second.getObjectPtr(), first.get());
+    const idb_MementoRead other(*filter, classes, test_Mixed::TypeId());
+    EXPECT_TRUE(other.getMarker());
+    EXPECT_EQ(other.getObjectPtr(), nullptr);
+    const std::string line = "Error reading object ptr for 7ff00002 does not inherit from 7ff00001";
+    EXPECT_EQ(GetCapturedStderr(), line + line);
     EXPECT_EQ(filter->Remaining(), 0u);
 }
 
@@ -401,7 +398,7 @@ TEST(idb_MementoRead_Kept, ReportsAnObjectOfAnotherClassWithoutALineEnd) {
     metadata.AddAttribute("_a", cls_KIND_OBJ_POINTER);
     classes.AddClass(metadata);
     const std::vector<std::byte> stream =
-        Bytes("4e00000001000000000200f07f0102000000070000000100000000");
+        test_Bytes("4e00000001000000000200f07f0102000000070000000100000000");
     bio_Ifilter in(stream.data(), stream.size());
     idb_MementoRead record(in, classes, 78);
     CaptureStderr();
@@ -409,6 +406,85 @@ TEST(idb_MementoRead_Kept, ReportsAnObjectOfAnotherClassWithoutALineEnd) {
     EXPECT_EQ(GetCapturedStderr(),
               "Error reading object ptr for 7ff00002 does not inherit from 7ff00001");
     EXPECT_EQ(test_Node::living, 0);
+}
+
+// A record may take the place of its parent's class although the object in memory is none of it.
+TEST_F(idb_Memento, HandsOutNoPointerToWhatIsAKindOfItsClassInRecordsOnly) {
+    classes.AddClass(
+        cls_ClassMetadata(
+            "Number", 77, [](cls_ReadVisitor&) -> void* { return new int(0); }, test_Node::TypeId())
+            .AddAttribute("_value", cls_KIND_INT)
+            .SetParentInRecordsOnly()
+            .SetCowDtor([](void* object) { delete static_cast<int*>(object); }));
+    classes.AddClass(cls_ClassMetadata("Single", 78)
+                         .AddAttribute("_a", cls_KIND_EMBEDDED_OBJ, test_Node::TypeId()));
+    const std::string number =
+        "4d0000000100000000"
+        "07000000";
+    idb_MementoRead record(Filter("4e0000000100000000" + number + number + number + number),
+                           classes, 78);
+    CaptureStderr();
+    EXPECT_EQ(record.ReadObjPtr("_a", test_Node::TypeId()), nullptr);
+    EXPECT_EQ(record.ReadObjValue("_a", test_Node::TypeId()), nullptr);
+    EXPECT_TRUE(
+        (cls_ReadCow<test_Node::Handle, test_Node>(record, "_a", test_Node::TypeId()).IsNull()));
+    const std::string line = "Error reading object: class 4d has its parent in records only\n";
+    EXPECT_EQ(GetCapturedStderr(), line + line + line);
+    int value = 0;
+    record.MakeReadObj("_a")->Read("_value", value);
+    EXPECT_EQ(value, 7);
+    EXPECT_EQ(filter->Remaining(), 0u);
+}
+
+// A class may be a collection itself: its metadata give the type, for every record of it.
+TEST_F(idb_Memento, TakesTheCollectionTypeOfTheClass) {
+    classes.AddClass(cls_ClassMetadata("Ints", 80, nullptr, 0, cls_LIST_INT));
+    classes.AddClass(
+        cls_ClassMetadata("Holder", 81).AddAttribute("_ints", cls_KIND_EMBEDDED_OBJ, 80));
+    bio_Ofilter out;
+    idb_MementoWrite ints(out, classes, 80, this, true);
+    const test_Classes others;
+    idb_MementoWrite unrelated(out, others, test_Mixed::TypeId(), this, true);
+    ints.MakeWriteListPrim(0, 1)->Write(4);
+    ints.CheckCollectionType(cls_LIST_INT, "");
+    ints.Flush();
+    idb_MementoWrite holder(out, classes, 81, this, true);
+    holder.MakeWriteObj("_ints", 80, cls_Uid())->MakeWriteListPrim(0, 1)->Write(5);
+    holder.Flush();
+
+    bio_Ifilter in(out.Data(), out.Size());
+    idb_MementoRead first(in, classes, 80);
+    EXPECT_EQ(first.MakeReadListPrim(0)->ConstGetList(), cow_List<int>(4));
+    idb_MementoRead second(in, classes, 81);
+    EXPECT_EQ(second.MakeReadObj("_ints")->MakeReadListPrim(0)->ConstGetList(), cow_List<int>(5));
+    EXPECT_EQ(in.Remaining(), 0u);
+}
+
+// What fails in the destructor of a nested writer ends the stream: the outermost memento tells.
+TEST_F(idb_Memento, KeepsTheFailureOfADestructorForTheOutermostFlush) {
+    bio_Ofilter out;
+    out.Write(7);
+    idb_MementoWrite memento(out, classes, test_Bag::TypeId(), this, true);
+    auto body = memento.MakeWriteObj("_doubles", 0, cls_Uid());
+    auto writer = body->MakeWriteListPrim(0.0, 1);
+    writer->Write(cow_List<double>(cow_ListFill(), 1000, 0.5));
+    {
+        const test_FailingAllocator failing(1);
+        writer.reset();
+    }
+    body.reset();
+    EXPECT_EQ(memento.MakeWriteObj("_ints", 0, cls_Uid()), nullptr);
+    EXPECT_THROW(memento.Flush(), std::bad_alloc);
+    out.Write(8);
+    { idb_WriteListPrim<int>(out, 1).Write(9); }
+    { idb_WriteMapInt2Prim<int>(out, 1).Write(9, 9); }
+    { idb_WriteListObj(out, classes, 1).WriteNullObj(); }
+    { idb_WriteBlob(out).Write("9", 1); }
+    EXPECT_THROW(idb_SaveObject(out, test_Mixed(), cls_Uid(), classes), std::bad_alloc);
+    EXPECT_EQ(test_Hex(out), "07000000");
+    out.Clear();
+    idb_SaveObject(out, FullMixed(), cls_Uid(), classes);
+    EXPECT_EQ(test_Hex(out), kFullMixed);
 }
 
 // An object refers to itself: it is not finished when the reference is met.
@@ -494,7 +570,7 @@ TEST_F(idb_Memento, ChecksCollectionTypes) {
 TEST_F(idb_Memento, LoadsOnlyWhatIsWhole) {
     const auto status = [this](const std::string& hex) {
         CaptureStderr();
-        const std::vector<std::byte> stream = Bytes(hex);
+        const std::vector<std::byte> stream = test_Bytes(hex);
         const idb_ObjectPtr object =
             idb_LoadAnyObject(stream.data(), stream.size(), test_Mixed::TypeId(), fault, classes);
         GetCapturedStderr();
@@ -509,7 +585,7 @@ TEST_F(idb_Memento, LoadsOnlyWhatIsWhole) {
     EXPECT_EQ(status("0100000000"), idb_LoadStatusEnm::NullObject);
     EXPECT_EQ(status("0200f07f" + whole.substr(8)), idb_LoadStatusEnm::WrongClass);
     EXPECT_EQ(fault.text, "the record is of test_Node, not of test_Mixed");
-    const std::vector<std::byte> stream = Bytes("9909000001");
+    const std::vector<std::byte> stream = test_Bytes("9909000001");
     EXPECT_EQ(idb_ClassOfRecord(stream.data(), stream.size()), 0x999u);
     EXPECT_FALSE(idb_LoadAnyObject(stream.data(), stream.size(), 2, fault, classes));
     EXPECT_EQ(fault.status, idb_LoadStatusEnm::UnknownClass);

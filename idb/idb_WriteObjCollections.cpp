@@ -1,9 +1,12 @@
 #include "idb/idb_WriteObjCollections.h"
 
+#include <climits>
 #include <exception>
+#include <new>
 #include <utility>
 
 #include "idb/detail/idb_NestedWriter.h"
+#include "idb/detail/idb_RecordLayout.h"
 #include "idb/idb_ElementCodec.h"
 
 template <class Interface>
@@ -21,7 +24,9 @@ template <class Interface>
 idb_WriteObjects<Interface>::idb_WriteObjects(bio_Ofilter& filter,
                                               const cls_ClassRegistrar& registrar, int columns,
                                               int depth, bool writesItself)
-    : elements(new Elements{filter, registrar, columns, depth, writesItself}) {}
+    : elements(new Elements{filter, registrar, columns, depth, writesItself}) {
+    if (writesItself) idb_StreamLayouts::BeginRecords(filter.State());
+}
 
 template <class Interface>
 idb_WriteObjects<Interface>::~idb_WriteObjects() {
@@ -109,6 +114,7 @@ idb_WriteBlob::~idb_WriteBlob() {
 }
 
 void idb_WriteBlob::Write(const void* added, int n) {
+    if (n > INT_MAX - static_cast<int>(bytes.Size())) throw std::bad_alloc();
     if (n > 0) bytes.WriteBytes(added, static_cast<std::size_t>(n));
 }
 

@@ -83,7 +83,8 @@ class idb_WriteMapObj : public idb_WriteObjects<cls_WriteMapObj<K>> {
 using idb_WriteMapInt2Obj = idb_WriteMapObj<int>;
 using idb_WriteMapString2Obj = idb_WriteMapObj<cow_String>;
 
-/// Writes a run of raw bytes; its destructor writes the collection and never throws.
+/// Writes a run of raw bytes, 2 GiB at most (`std::bad_alloc` beyond); its destructor writes the
+/// collection and never throws.
 class KTSOVUGEOM_API idb_WriteBlob : public cls_WriteBlob {
   public:
     explicit idb_WriteBlob(bio_Ofilter& filter) : target(&filter) {}

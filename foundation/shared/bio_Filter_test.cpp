@@ -58,6 +58,10 @@ TEST(bio_Ofilter, NumbersIdentitiesAsTheyComeAndKeepsTheFirstFailure) {
     out.Fail(std::make_exception_ptr(std::bad_alloc()));
     out.Fail(std::make_exception_ptr(1));
     EXPECT_THROW(out.RethrowFailure(), std::bad_alloc);
+    out.Write(1.0);
+    out.Write(cow_String("later"));
+    out.WriteBytes("later", 5);
+    EXPECT_EQ(out.Size(), 0u);
     out.Clear();
     EXPECT_FALSE(out.Failed());
     EXPECT_EQ(out.ReferenceNumber(a), 1);

@@ -72,6 +72,7 @@ bool bio_Ifilter::EnterRecord() {
 }
 
 void bio_Ifilter::FailFor(const char* what, std::int64_t wanted) {
+    if (failed) return;
     FailWith(atr("Error reading stream: %g %s expected, %g bytes left\n",
                  static_cast<double>(wanted), what, static_cast<double>(Remaining()))
                  .Characters());

@@ -11,6 +11,7 @@ bio_Ofilter::bio_Ofilter(bio_Ofilter&&) noexcept = default;
 bio_Ofilter& bio_Ofilter::operator=(bio_Ofilter&&) noexcept = default;
 
 void bio_Ofilter::Write(const cow_String& value) {
+    if (Failed()) return;
     const std::string_view text = value.View();
     sink.Reserve(sizeof(int) + text.size());
     sink.Write(value.Length());

@@ -18,8 +18,8 @@
 /// Integers are little-endian with fixed width, a boolean is one byte, floating-point numbers are
 /// IEEE 754, a string is its 32-bit length and its bytes: the same bytes on every platform. Writers
 /// that finish in a destructor cannot throw; what fails there is kept here (`Fail`), later writes
-/// of theirs do nothing, and `RethrowFailure` raises it again, so that nothing half written is
-/// taken for a whole stream. One thread at a time.
+/// do nothing, and `RethrowFailure` raises it again, so that nothing half written is taken for a
+/// whole stream. One thread at a time.
 class KTSBASSHARED_API bio_Ofilter {
   public:
     /// An empty stream with room for `capacity` bytes.
@@ -28,15 +28,17 @@ class KTSBASSHARED_API bio_Ofilter {
     bio_Ofilter(bio_Ofilter&&) noexcept;
     bio_Ofilter& operator=(bio_Ofilter&&) noexcept;
 
-    void Write(bool value) { sink.Write(value); }
-    void Write(int value) { sink.Write(value); }
-    void Write(unsigned value) { sink.Write(value); }
-    void Write(float value) { sink.Write(value); }
-    void Write(double value) { sink.Write(value); }
+    void Write(bool value) { WriteNumber(value); }
+    void Write(int value) { WriteNumber(value); }
+    void Write(unsigned value) { WriteNumber(value); }
+    void Write(float value) { WriteNumber(value); }
+    void Write(double value) { WriteNumber(value); }
     void Write(const cow_String& value);
     template <class T>
     void Write(T) = delete;
-    void WriteBytes(const void* bytes, std::size_t count) { sink.WriteBytes(bytes, count); }
+    void WriteBytes(const void* bytes, std::size_t count) {
+        if (!Failed()) sink.WriteBytes(bytes, count);
+    }
 
     /// The bytes written so far, valid until the next write.
     [[nodiscard]] const std::byte* Data() const noexcept { return sink.Data(); }
@@ -60,6 +62,11 @@ class KTSBASSHARED_API bio_Ofilter {
     [[nodiscard]] std::unique_ptr<bio_FilterState>& State() noexcept { return state; }
 
   private:
+    template <class T>
+    void WriteNumber(T value) {
+        if (!Failed()) sink.Write(value);
+    }
+
     bio_Buffer sink;
     std::unordered_map<cls_Uid, int> numbers;
     std::exception_ptr failure;

@@ -36,6 +36,11 @@ cls_ClassMetadata& cls_ClassMetadata::SetCowDtor(cls_CowDtorFunction function) {
     return *this;
 }
 
+cls_ClassMetadata& cls_ClassMetadata::SetParentInRecordsOnly() noexcept {
+    hasParentInRecordsOnly = true;
+    return *this;
+}
+
 const cls_AttributeMetadata* cls_ClassMetadata::FindAttribute(
     std::string_view fieldName) const noexcept {
     const auto at = LowerBound(attributes, fieldName);

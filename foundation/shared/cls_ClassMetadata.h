@@ -57,10 +57,14 @@ class KTSBASSHARED_API cls_ClassMetadata {
     cls_ClassMetadata& AddAttribute(std::string_view fieldName, int kind, std::uint32_t classId = 0,
                                     cls_CollectionType collectionType = cls_NO_COLLECTION);
     cls_ClassMetadata& SetCowDtor(cls_CowDtorFunction function);
+    /// Says that objects take the parent's place in records alone: in memory they are no objects of
+    /// the parent's class, and no pointer to one passes for a pointer to that.
+    cls_ClassMetadata& SetParentInRecordsOnly() noexcept;
 
     [[nodiscard]] const cow_String& Name() const noexcept { return name; }
     [[nodiscard]] std::uint32_t TypeId() const noexcept { return typeId; }
     [[nodiscard]] std::uint32_t ParentId() const noexcept { return parentId; }
+    [[nodiscard]] bool HasParentInRecordsOnly() const noexcept { return hasParentInRecordsOnly; }
     /// The class's default collection type.
     [[nodiscard]] cls_CollectionType CollectionType() const noexcept { return collectionType; }
     [[nodiscard]] cls_CtorFunction Ctor() const noexcept { return ctor; }
@@ -80,5 +84,6 @@ class KTSBASSHARED_API cls_ClassMetadata {
     cls_CollectionType collectionType;
     cls_CtorFunction ctor;
     cls_CowDtorFunction cowDtor = nullptr;
+    bool hasParentInRecordsOnly = false;
     std::vector<cls_AttributeMetadata> attributes;
 };

@@ -76,6 +76,17 @@ bool cls_ClassRegistrar::IsKindOf(std::uint32_t typeId, std::uint32_t ancestor) 
     return Inherits(typeId, ancestor) || typ_ArchCompTable::IsParent(ancestor, typeId);
 }
 
+bool cls_ClassRegistrar::IsObjectOf(std::uint32_t typeId, std::uint32_t ancestor) const noexcept {
+    const bool inherits = Inherits(typeId, ancestor);
+    if (!inherits && !typ_ArchCompTable::IsParent(ancestor, typeId)) return false;
+    while (typeId != ancestor) {
+        const cls_ClassMetadata* metadata = Find(typeId);
+        if (metadata && metadata->HasParentInRecordsOnly()) return false;
+        typeId = inherits ? metadata->ParentId() : typ_ArchCompTable::Parent(typeId);
+    }
+    return true;
+}
+
 void cls_ClassRegistrar::DeleteCow(std::uint32_t typeId, void* object) const {
     const cls_ClassMetadata* metadata = Find(typeId);
     if (metadata && metadata->CowDtor()) {

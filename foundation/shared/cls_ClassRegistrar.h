@@ -33,6 +33,9 @@ class KTSBASSHARED_API cls_ClassRegistrar {
     [[nodiscard]] bool Inherits(std::uint32_t typeId, std::uint32_t ancestor) const noexcept;
     /// `Inherits`, or else the parent test of the archive component tables.
     [[nodiscard]] bool IsKindOf(std::uint32_t typeId, std::uint32_t ancestor) const noexcept;
+    /// `IsKindOf`, and no class on the way to `ancestor` has its parent in records only: a pointer
+    /// to an object of `typeId` passes for one to an `ancestor`.
+    [[nodiscard]] bool IsObjectOf(std::uint32_t typeId, std::uint32_t ancestor) const noexcept;
 
     /// Destroys `object` of class `typeId` by the function that the class registered. Without one
     /// the object is left alone and a translated warning goes to standard error.

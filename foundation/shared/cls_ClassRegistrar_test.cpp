@@ -100,6 +100,27 @@ TEST(cls_ClassRegistrar, ANameOfTwoClassesIsThatOfTheLater) {
     EXPECT_EQ(registrar.Find("test_Renamed")->TypeId(), kOuter);
 }
 
+// Third is a kind of Inner by the component table, Fourth of Third by its metadata.
+TEST(cls_ClassRegistrar, TellsObjectsFromThoseThatAreKindsInRecordsOnly) {
+    constexpr std::uint32_t third = typ_TypeId(500, 3);
+    constexpr std::uint32_t fourth = typ_TypeId(500, 4);
+    static constexpr typ_ArchRow rows[] = {{}, {}, {}, {typ_PERSISTENT_CLASS, kInner, "third"}};
+    typ_ArchCompTable::InsertEntry(500, {rows, 4});
+    for (const bool isRecordOnly : {false, true}) {
+        cls_ClassRegistrar registrar;
+        registrar.AddClass(cls_ClassMetadata("fourth", fourth, nullptr, third));
+        cls_ClassMetadata metadata("third", third);
+        if (isRecordOnly) metadata.SetParentInRecordsOnly();
+        registrar.AddClass(metadata);
+        EXPECT_TRUE(registrar.IsKindOf(third, kInner));
+        EXPECT_EQ(registrar.IsObjectOf(third, kInner), !isRecordOnly);
+        EXPECT_TRUE(registrar.IsObjectOf(third, third));
+        EXPECT_TRUE(registrar.IsObjectOf(fourth, third));
+        EXPECT_FALSE(registrar.IsObjectOf(kInner, third));
+    }
+    typ_ArchCompTable::WithdrawEntry(500);
+}
+
 TEST_F(cls_MetadataRegistrarTest, DeleteCowCallsTheClassOrWarns) {
     Registrar().initClassMetadata(&DescribeInner, 1);
     Registrar().initClassMetadata(&DescribeOuter, 1);

@@ -53,7 +53,8 @@ class KTSBASSHARED_API cls_MementoRead : public cls_ReadVisitor {
     [[nodiscard]] virtual const cls_Uid& GetUid() const = 0;
     /// True when the stream held a record of this object before.
     [[nodiscard]] virtual bool getMarker() const = 0;
-    /// The object that an earlier record of the same number became, or null.
+    /// The object that an earlier record of the same number became, or null. A number that stands
+    /// for an object of another class is refused with a line on standard error.
     [[nodiscard]] virtual void* getObjectPtr() const = 0;
 
     auto MakeAltReadMapInt2Obj() { return MakeReadMapInt2Obj(); }

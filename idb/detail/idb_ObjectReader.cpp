@@ -10,20 +10,21 @@
 
 namespace {
 
-void ReportNotInherited(bio_Ifilter& filter, std::uint32_t classId, std::uint32_t requested) {
+template <class Number>
+void ReportNumber(bio_Ifilter& filter, const char* format, Number number) {
+    std::fputs(atr(format, number).Characters(), stderr);
+    filter.MarkFaulty();
+}
+
+}  // namespace
+
+void idb_ReportNotInherited(bio_Ifilter& filter, std::uint32_t classId, std::uint32_t requested) {
     // Without a line end: readers of the log rely on the text as it always was.
     std::fputs(atr("Error reading object ptr for %x does not inherit from %x", classId, requested)
                    .Characters(),
                stderr);
     filter.MarkFaulty();
 }
-
-void ReportNumber(bio_Ifilter& filter, const char* format, int number) {
-    std::fputs(atr(format, number).Characters(), stderr);
-    filter.MarkFaulty();
-}
-
-}  // namespace
 
 idb_BuiltObject idb_ObjectReader::Build(std::uint32_t expectedClassId) const {
     idb_BuiltObject built;
@@ -35,9 +36,9 @@ idb_BuiltObject idb_ObjectReader::Build(std::uint32_t expectedClassId) const {
         built.number = record.DbId();
         const cls_ClassMetadata* const metadata = registrar->Find(built.classId);
         if (!metadata || !metadata->Ctor()) {
-            filter->FailWith(atr("Error reading object: class %x has no constructor\n",
-                                 static_cast<unsigned>(built.classId))
-                                 .Characters());
+            ReportNumber(*filter, "Error reading object: class %x has no constructor\n",
+                         built.classId);
+            if (metadata || built.classId == idb_JAGGED_ARRAY_CLASS) filter->Fail();
             return built;
         }
         built.object = metadata->Ctor()(record);
@@ -68,8 +69,13 @@ void idb_ObjectReader::Destroy(idb_BuiltObject& built) const noexcept {
 
 bool idb_ObjectReader::IsA(const idb_BuiltObject& built, std::uint32_t requested) const {
     if (!built.object) return false;
-    if (requested == idb_ANY_CLASS || registrar->IsKindOf(built.classId, requested)) return true;
-    ReportNotInherited(*filter, built.classId, requested);
+    if (requested == idb_ANY_CLASS || registrar->IsObjectOf(built.classId, requested)) return true;
+    if (registrar->IsKindOf(built.classId, requested)) {
+        ReportNumber(*filter, "Error reading object: class %x has its parent in records only\n",
+                     built.classId);
+    } else {
+        idb_ReportNotInherited(*filter, built.classId, requested);
+    }
     return false;
 }
 
@@ -82,7 +88,7 @@ const bio_ReadObject* idb_ObjectReader::Known(const idb_BuiltObject& built, bool
                      built.number);
         isFit = false;
     } else if (known->classId != built.classId) {
-        ReportNotInherited(*filter, known->classId, built.classId);
+        idb_ReportNotInherited(*filter, known->classId, built.classId);
         isFit = false;
     }
     return known;
@@ -130,6 +136,8 @@ std::shared_ptr<cls_CowHolder> idb_ObjectReader::TakeCow(idb_BuiltObject& built,
     void* const adopted = std::exchange(built.object, nullptr);
     if (built.number != 0) {
         filter->Objects().SetShared(built.number, built.classId, adopted, holder);
+    } else {
+        ForgetParts(built);
     }
     return holder;
 }

@@ -18,6 +18,9 @@ struct idb_BuiltObject {
     std::uint32_t partsEnd = 0;    ///< while this one was built
 };
 
+/// Says on standard error that an object of `classId` is no `requested`, and marks the stream.
+void idb_ReportNotInherited(bio_Ifilter& filter, std::uint32_t classId, std::uint32_t requested);
+
 /// Builds the objects of one stream and gives them away with regard to their identity. Refers to
 /// filter and registrar, which outlive it.
 class idb_ObjectReader {
@@ -26,13 +29,14 @@ class idb_ObjectReader {
         : filter(&stream), registrar(&classes) {}
 
     /// Reads the next record and builds its object by the constructor that its class registered;
-    /// none for a null record. A class without constructor fails the stream, since what its record
-    /// holds cannot be passed over.
+    /// none for a null record. A class without constructor is reported and gives none; where its
+    /// record has a body that fails the stream, since nobody else can pass over it.
     [[nodiscard]] idb_BuiltObject Build(std::uint32_t expectedClassId) const;
     /// Destroys an object that nobody took.
     void Destroy(idb_BuiltObject& built) const noexcept;
 
-    /// True when there is an object and it is a `requested`; reports one that is not.
+    /// True when there is an object and a pointer to it passes for one to a `requested`; reports
+    /// one that does not.
     [[nodiscard]] bool IsA(const idb_BuiltObject& built, std::uint32_t requested) const;
     /// Gives the object away in the three ways of `cls_ReadVisitor::ReadObjPtr`, `ReadObjValue` and
     /// `ReadObjCow`.

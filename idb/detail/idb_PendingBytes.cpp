@@ -39,8 +39,9 @@ void idb_PendingBytes::Append(idb_PendingBytes&& other) {
         if (chunk.Size() >= kLongRun) {
             chunks.push_back(std::move(chunk));
         } else {
-            before = chunks.back().Size();
-            chunks.back().WriteBytes(chunk.Data(), chunk.Size());
+            bio_Buffer& tail = Tail(chunk.Size());
+            before = tail.Size();
+            tail.WriteBytes(chunk.Data(), chunk.Size());
         }
         for (; place != other.numbers.end() && place->chunk == i; ++place) {
             numbers.push_back({chunks.size() - 1, before + place->offset, place->uid});

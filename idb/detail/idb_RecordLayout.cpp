@@ -81,21 +81,15 @@ const idb_RecordLayout* idb_StreamLayouts::Find(std::unique_ptr<bio_FilterState>
                                                 const cls_ClassRegistrar& registrar,
                                                 std::uint32_t classId) {
     idb_StreamLayouts& self = Of(state);
-    if (self.source != &registrar) {
-        self.layouts.clear();
-        self.last = nullptr;
-        self.source = &registrar;
-    }
-    if (self.last && self.lastId == classId) return self.last;
-    const auto known = self.layouts.find(classId);
+    const Key key(&registrar, classId);
+    if (self.last && self.lastKey == key) return self.last;
+    auto known = self.layouts.find(key);
     if (known == self.layouts.end()) {
         const cls_ClassMetadata* const metadata = registrar.Find(classId);
         if (!metadata) return nullptr;
-        self.last = self.layouts.emplace(classId, std::make_unique<idb_RecordLayout>(*metadata))
-                        .first->second.get();
-    } else {
-        self.last = known->second.get();
+        known = self.layouts.emplace(key, std::make_unique<idb_RecordLayout>(*metadata)).first;
     }
-    self.lastId = classId;
+    self.last = known->second.get();
+    self.lastKey = key;
     return self.last;
 }

@@ -2,10 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "foundation/shared/bio_FilterState.h"
@@ -65,8 +66,8 @@ class idb_RecordLayout {
 };
 
 /// What the mementos of one stream keep with it: the layouts of the classes that occur, each worked
-/// out once. The registrar's
-/// description of a class stays the same as long as a stream of it is written or read.
+/// out once. A registrar's description of a class stays the same as long as a stream of it is
+/// written or read.
 class idb_StreamLayouts : public bio_FilterState {
   public:
     /// The layout of class `classId`, null when `registrar` does not know it. `state` belongs to
@@ -74,15 +75,18 @@ class idb_StreamLayouts : public bio_FilterState {
     static const idb_RecordLayout* Find(std::unique_ptr<bio_FilterState>& state,
                                         const cls_ClassRegistrar& registrar, std::uint32_t classId);
 
-    /// Counts one more nested record of the stream and answers how many there are.
+    /// Starts the count of nested records anew, for an outermost record or collection.
+    static void BeginRecords(std::unique_ptr<bio_FilterState>& state) { Of(state).records = 0; }
+    /// Counts one more nested record and answers how many there are.
     [[nodiscard]] static std::int64_t CountRecord(std::unique_ptr<bio_FilterState>& state);
 
   private:
     static idb_StreamLayouts& Of(std::unique_ptr<bio_FilterState>& state);
 
-    const cls_ClassRegistrar* source = nullptr;
-    std::unordered_map<std::uint32_t, std::unique_ptr<idb_RecordLayout>> layouts;
-    std::uint32_t lastId = 0;
+    using Key = std::pair<const cls_ClassRegistrar*, std::uint32_t>;
+
+    std::map<Key, std::unique_ptr<idb_RecordLayout>> layouts;
+    Key lastKey;
     const idb_RecordLayout* last = nullptr;
     std::int64_t records = 0;
 };
