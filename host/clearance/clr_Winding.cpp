@@ -4,26 +4,46 @@
 #include <cmath>
 #include <numbers>
 
-namespace {
+/// A sum of angles that are given as complex numbers: these are multiplied, which takes a fraction
+/// of the time of as many arc tangents. Each is less than half a turn, so that a product of two
+/// upper or two lower numbers which changes the half plane tells a turn.
+class clr_Winding::AngleSum {
+  public:
+    /// Adds half the signed solid angle of a triangle as seen from the origin (A. van Oosterom and
+    /// J. Strackee, 1983); one that is seen edge-on or has no area has none.
+    void AddTriangle(const clr_Vec& a, const clr_Vec& b, const clr_Vec& c) noexcept {
+        const double volume = clr_Dot(a, clr_Cross(b, c));
+        if (volume == 0) return;
+        const double la = clr_Length(a);
+        const double lb = clr_Length(b);
+        const double lc = clr_Length(c);
+        Add(la * lb * lc + clr_Dot(a, b) * lc + clr_Dot(b, c) * la + clr_Dot(c, a) * lb, volume);
+    }
+    /// The sum over 2 pi.
+    [[nodiscard]] double Turns() const noexcept {
+        return turns + std::atan2(imaginary, real) / (2 * std::numbers::pi);
+    }
 
-/// Half the signed solid angle of a triangle as seen from the origin (A. van Oosterom and
-/// J. Strackee, 1983); one without area has none.
-double HalfSolidAngle(const clr_Vec& a, const clr_Vec& b, const clr_Vec& c) noexcept {
-    const double volume = clr_Dot(a, clr_Cross(b, c));
-    if (volume == 0) return 0;
-    const double la = clr_Length(a);
-    const double lb = clr_Length(b);
-    const double lc = clr_Length(c);
-    return std::atan2(volume,
-                      la * lb * lc + clr_Dot(a, b) * lc + clr_Dot(b, c) * la + clr_Dot(c, a) * lb);
-}
+  private:
+    void Add(double re, double im) noexcept {
+        const double newReal = real * re - imaginary * im;
+        const double newImaginary = real * im + imaginary * re + 0.0;  // no negative zero
+        if (imaginary >= 0 && im >= 0 && newImaginary < 0) ++turns;
+        if (imaginary < 0 && im < 0 && newImaginary >= 0) --turns;
+        const double size = std::max(std::abs(newReal), std::abs(newImaginary));
+        real = newReal / size;
+        imaginary = newImaginary / size;
+    }
 
-}  // namespace
+    double real = 1;
+    double imaginary = 0;
+    int turns = 0;
+};
 
 clr_Winding::clr_Winding(const clr_TriangleTree& surface, const std::vector<Corners>& corners,
                          const std::vector<clr_Vec>& positions)
     : tree(surface), vertices(positions), fans(surface.Nodes().size()) {
-    isClosed = CloseNodes(0, corners).empty();
+    CloseNodes(0, corners);
 }
 
 clr_Winding::Boundary clr_Winding::CloseNodes(int node, const std::vector<Corners>& corners) {
@@ -79,43 +99,43 @@ clr_Winding::Boundary clr_Winding::Merge(const Boundary& a, const Boundary& b) {
     return merged;
 }
 
-double clr_Winding::FanAngle(const Fan& fan, const clr_Vec& point) const {
-    if (fan.count == 0) return 0;
+void clr_Winding::AddFan(const Fan& fan, const clr_Vec& point, AngleSum& sum) const {
+    if (fan.count == 0) return;
     const auto seen = [&](int vertex) {
         return vertices[static_cast<std::size_t>(vertex)] - point;
     };
     const auto begin = edges.begin() + fan.first;
     const int hub = begin->from;
     const clr_Vec fromHub = seen(hub);
-    double angle = 0;
     for (auto edge = begin; edge != begin + fan.count; ++edge) {
         if (edge->from == hub || edge->to == hub) continue;
-        angle += edge->count * HalfSolidAngle(fromHub, seen(edge->from), seen(edge->to));
+        const clr_Vec from = seen(edge->from);
+        const clr_Vec to = seen(edge->to);
+        for (int i = 0; i < edge->count; ++i) sum.AddTriangle(fromHub, from, to);
+        for (int i = 0; i > edge->count; --i) sum.AddTriangle(fromHub, to, from);
     }
-    return angle;
 }
 
 double clr_Winding::At(const clr_Vec& point) const {
-    double angle = 0;
+    AngleSum sum;
     const auto& nodes = tree.Nodes();
     for (std::size_t index = 0; index < nodes.size();) {
         const clr_TriangleTree::Node& node = nodes[index];
         const bool takesFan = fans[index].count >= 0 && !node.box.Contains(point);
         if (takesFan) {
-            angle += FanAngle(fans[index], point);
+            AddFan(fans[index], point, sum);
         } else if (node.IsLeaf()) {
-            angle += LeafAngle(node, point);
+            AddLeaf(node, point, sum);
         }
         index = takesFan ? static_cast<std::size_t>(node.after) : index + 1;
     }
-    return angle / (2 * std::numbers::pi);
+    return sum.Turns();
 }
 
-double clr_Winding::LeafAngle(const clr_TriangleTree::Node& leaf, const clr_Vec& point) const {
-    double angle = 0;
+void clr_Winding::AddLeaf(const clr_TriangleTree::Node& leaf, const clr_Vec& point,
+                          AngleSum& sum) const {
     for (int i = leaf.first; i < leaf.first + leaf.count; ++i) {
         const clr_Triangle& t = tree.Triangles()[static_cast<std::size_t>(i)];
-        angle += HalfSolidAngle(t[0] - point, t[1] - point, t[2] - point);
+        sum.AddTriangle(t[0] - point, t[1] - point, t[2] - point);
     }
-    return angle;
 }

@@ -26,10 +26,9 @@ class clr_Winding {
     /// The winding number about `point`. On the surface itself it is a value between those of the
     /// two sides.
     [[nodiscard]] double At(const clr_Vec& point) const;
-    /// Whether the triangles close up: every edge is passed as often one way as the other.
-    [[nodiscard]] bool IsClosed() const noexcept { return isClosed; }
 
   private:
+    class AngleSum;
     /// An edge of a boundary, passed `count` times more from `from` to `to` than the other way.
     struct Edge {
         int from;
@@ -46,12 +45,11 @@ class clr_Winding {
     [[nodiscard]] Boundary BoundaryOfLeaf(const clr_TriangleTree::Node& leaf,
                                           const std::vector<Corners>& corners) const;
     static Boundary Merge(const Boundary& a, const Boundary& b);
-    [[nodiscard]] double LeafAngle(const clr_TriangleTree::Node& leaf, const clr_Vec& point) const;
-    [[nodiscard]] double FanAngle(const Fan& fan, const clr_Vec& point) const;
+    void AddLeaf(const clr_TriangleTree::Node& leaf, const clr_Vec& point, AngleSum& sum) const;
+    void AddFan(const Fan& fan, const clr_Vec& point, AngleSum& sum) const;
 
     const clr_TriangleTree& tree;
     const std::vector<clr_Vec>& vertices;
     std::vector<Fan> fans;  ///< one a node
     std::vector<Edge> edges;
-    bool isClosed = false;
 };
