@@ -11,6 +11,7 @@
 #include "omu/omu_CmdExceptions.h"
 #include "omu/omu_CvxNameErrorException.h"
 #include "omu/omu_InterfaceObj.h"
+#include "omu/omu_PrimArray.h"
 #include "omu/omu_PrimBoolean.h"
 #include "omu/omu_PrimComplex.h"
 #include "omu/omu_PrimDictionary.h"
@@ -135,6 +136,7 @@ constexpr cls_MetadataRow kMetadata[] = {
     {&omu_PrimTuple::InitializeMetadata, 2},
     {&omu_PrimList::InitializeMetadata, 2},
     {&omu_Arguments::InitializeMetadata, 2},
+    {&omu_PrimArray::InitializeMetadata, 2},
 };
 
 constexpr cls_ModuleRegistration kRegistration(19,

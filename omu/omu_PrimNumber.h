@@ -44,7 +44,7 @@ class KTSOVUGEOM_API omu_PrimNumber : public omu_Primitive {
     /// "value" as `float`, infinite beyond its range; 0 for an unsigned number, as `AsInt`.
     [[nodiscard]] float AsFloat() const noexcept { return ToFloat(value); }
     /// The number itself, whatever its type.
-    [[nodiscard]] double AsDouble() const noexcept { return value + uvalue; }
+    [[nodiscard]] double AsDouble() const noexcept { return dataType == UINT ? uvalue : value; }
     /// The number truncated toward zero; the nearest `unsigned int` beyond the range, 0 for NaN.
     [[nodiscard]] unsigned int AsUInt() const noexcept;
     [[nodiscard]] DataTypeEnm DataType() const noexcept { return dataType; }

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <limits>
@@ -15,11 +16,13 @@
 #include "gsl/gsl_PrimMethods.h"
 #include "idb/idb_Archive.h"
 #include "omu/omu_CmdExceptions.h"
+#include "omu/omu_PrimArray.h"
 #include "omu/omu_PrimBoolean.h"
 #include "omu/omu_PrimComplex.h"
 #include "omu/omu_PrimDictionary.h"
 #include "omu/omu_PrimException.h"
 #include "omu/omu_PrimExpr.h"
+#include "omu/omu_PrimList.h"
 #include "omu/omu_PrimNone.h"
 #include "omu/omu_PrimNumber.h"
 #include "omu/omu_PrimPath.h"
@@ -159,6 +162,81 @@ TEST(omu_PrimitiveArchive, DictionariesKeepTheirOrderAndAnyValues) {
         deepest = next;
     }
     ExpectRoundTrip(deepest);
+}
+
+TEST(omu_PrimitiveArchive, SequencesKeepTheirElementsAndWhatIsNotShared) {
+    omu_PrimList inner;
+    inner.Append(omu_PrimNumber(1u));
+    const omu_PrimList before = inner;
+    inner.Append(annC_PrimLineStyle(annC_LINE_DOTTED));
+    omu_PrimList list;
+    list.Append(before);
+    list.Append(inner);
+    list.Append(omu_PrimTuple());
+    ExpectRoundTrip(list);
+    ExpectRoundTrip(omu_PrimTuple(list));
+    ExpectRoundTrip(omu_PrimList());
+
+    omu_PrimList deepest;
+    for (int depth = 2; depth <= omu_PrimNesting::kMaxDepth; ++depth) {
+        omu_PrimList next;
+        next.Append(deepest);
+        deepest = next;
+    }
+    ExpectRoundTrip(deepest);
+
+    // argcount, cursor, errorArg, isOptional, numGets, reqcount, size; both types; the elements.
+    std::string tuple = Save(omu_PrimTuple(inner));
+    EXPECT_EQ(Hex(tuple.substr(0, 69)),
+              "26001300"
+              "01"
+              "00000000"
+              "00000000000000000000000000000000000000000000000002000000"
+              "0c000000556e64657465726d696e6564"
+              "0c000000556e64657465726d696e6564");
+    std::fill(tuple.begin() + 9, tuple.begin() + 37, '\xff');
+    const auto hostile = Load(tuple);
+    ASSERT_NE(hostile, nullptr);
+    EXPECT_TRUE(*hostile == omu_PrimTuple(inner));
+    EXPECT_EQ(Hex(Save(*hostile).substr(9, 28)),
+              "00000000000000000000000001000000000000000000000002000000")
+        << "no counter is negative, and the size is that of the elements";
+}
+
+TEST(omu_PrimitiveArchive, ArraysKeepFormTypeAndCode) {
+    const int extents[] = {2, 1, 2};
+    const double doubles[] = {0.1, -0.0, 1e300, -std::numeric_limits<double>::infinity()};
+    const float floats[] = {0.1f, 1, 2, 3};
+    const int integers[] = {1, -1, 2147483647, 0};
+    ExpectRoundTrip(omu_PrimArray(3, extents, doubles));
+    ExpectRoundTrip(omu_PrimArray(3, extents, floats));
+    ExpectRoundTrip(omu_PrimArray());
+    ExpectRoundTrip(omu_PrimArray(2));
+    omu_PrimArray coded(1, extents, integers);
+    coded.SetPyType('l');
+    ExpectRoundTrip(coded);
+    omu_PrimList list;
+    for (int i = 0; i < 3; ++i) list.Append(coded);
+    ExpectRoundTrip(list);
+
+    const std::string record = Save(omu_PrimArray(3, extents, integers));
+    const auto changed = [&record](std::size_t at, char byte) {
+        std::string bytes = record;
+        bytes[at] = byte;
+        testing::internal::CaptureStderr();
+        const auto loaded = Load(bytes);
+        EXPECT_EQ(loaded == nullptr ? "" : loaded->AsString(0), "array([], 'i')");
+        return testing::internal::GetCapturedStderr();
+    };
+    const std::size_t firstExtent = record.find(std::string("\2\0\0\0\1\0\0\0\2", 9));
+    ASSERT_NE(firstExtent, std::string::npos);
+    EXPECT_EQ(changed(firstExtent, 3),
+              "omu_PrimArray record refused: 4 elements do not fill the extents\n");
+    EXPECT_EQ(changed(firstExtent + 3, '\xff'),
+              "omu_PrimArray record refused: PrimArray negative dimensions are not allowed\n");
+    EXPECT_EQ(changed(firstExtent + 3, 0x7f),
+              "omu_PrimArray record refused: "
+              "PrimArray can't allocate memory for array (data)\n");
 }
 
 TEST(omu_PrimitiveArchive, ForeignPointersComeBackNull) {
