@@ -4,9 +4,9 @@
 #include <limits>
 #include <stdexcept>
 
+#include "omu/omu_ArgumentTypes.h"
 #include "omu/omu_CmdExceptions.h"
 #include "omu/omu_PrimArchive.h"
-#include "omu/omu_PrimConvert.h"
 #include "omu/omu_PrimNone.h"
 #include "omu/omu_PrimVisitor.h"
 #include "omu/omu_TextRepr.h"
@@ -70,49 +70,13 @@ void WriteType(cls_WriteVisitor& visitor, const cls_FieldHandle& field, const co
     visitor.Write(field, type.IsEmpty() ? cow_String(kNoType) : type);
 }
 
-bool Expect(cow_String& expected, const char* word) {
-    expected = word;
-    return false;
-}
-
+/// Takes the whole tuple as a `T` that arguments are read into; else answers the word for it.
 template <class T>
-bool ConvertElements(const omu_PrimSequence& sequence, cow_List<T>& out) {
-    auto list = cow_List<T>::WithSizeHint(sequence.Length());
-    const bool all = sequence.ForEachElement([&list](const omu_Primitive& element, int) {
-        T item{};
-        if (!omu_Convert(element, item)) return false;
-        list.Append(item);
-        return true;
-    });
-    if (all) out = list;
-    return all;
-}
-
-/// True when all elements are sequences of one length, which is put in `columns`; so a table is
-/// known to be as large as its elements before it is made.
-bool AreRows(const omu_PrimSequence& rows, int& columns) {
-    columns = 0;
-    return rows.ForEachElement([&columns](const omu_Primitive& element, int r) {
-        const auto* const row = dynamic_cast<const omu_PrimSequence*>(&element);
-        if (!row) return false;
-        if (r == 0) columns = row->Length();
-        return row->Length() == columns;
-    });
-}
-
-template <class T>
-bool ConvertRows(const omu_PrimSequence& rows, cow_2DArray<T>& out) {
-    int columns = 0;
-    if (!AreRows(rows, columns)) return false;
-    cow_2DArray<T> table(rows.Length(), columns);
-    const bool all = rows.ForEachElement([&table](const omu_Primitive& row, int r) {
-        return static_cast<const omu_PrimSequence&>(row).ForEachElement(
-            [&table, r](const omu_Primitive& element, int c) {
-                return omu_Convert(element, table.Get(r, c));
-            });
-    });
-    if (all) out = table;
-    return all;
+bool ConvertWhole(const omu_PrimTuple& tuple, T& out, cow_String& expected,
+                  const char* word = omu_ExpectedWord<T>) {
+    const bool isTaken = omu_Convert(tuple, out);
+    if (!isTaken) expected = word;
+    return isTaken;
 }
 
 bool ConvertPair(const omu_Primitive& element, cow_String& name, float& number) {
@@ -243,35 +207,47 @@ void omu_PrimTuple::RemoveElement(int index) {
 }
 
 bool omu_PrimTuple::AsListInt(cow_List<int>& out, cow_String& expected) const {
-    return ConvertElements(*this, out) || Expect(expected, "sequence of Integers");
+    return ConvertWhole(*this, out, expected);
 }
 
 bool omu_PrimTuple::AsListFloat(cow_List<float>& out, cow_String& expected) const {
-    return ConvertElements(*this, out) || Expect(expected, "sequence of Floats");
+    return ConvertWhole(*this, out, expected);
 }
 
 bool omu_PrimTuple::AsListDouble(cow_List<double>& out, cow_String& expected) const {
-    return ConvertElements(*this, out) || Expect(expected, "sequence of Doubles");
+    return ConvertWhole(*this, out, expected);
 }
 
 bool omu_PrimTuple::AsListBool(cow_List<bool>& out, cow_String& expected) const {
-    return ConvertElements(*this, out) || Expect(expected, "sequence of Bool");
+    auto list = cow_List<bool>::WithSizeHint(Length());
+    const bool all = ForEachElement([&list](const omu_Primitive& element, int) {
+        bool truth = false;
+        if (!omu_Convert(element, truth)) return false;
+        list.Append(truth);
+        return true;
+    });
+    if (all) {
+        out = list;
+    } else {
+        expected = "sequence of Bool";
+    }
+    return all;
 }
 
 bool omu_PrimTuple::AsListString(cow_List<cow_String>& out, cow_String& expected) const {
-    return ConvertElements(*this, out) || Expect(expected, "sequence of Strings");
+    return ConvertWhole(*this, out, expected);
 }
 
 bool omu_PrimTuple::AsListTranslatedString(cow_List<atr_String>& out, cow_String& expected) const {
-    return ConvertElements(*this, out) || Expect(expected, "sequence of translated Strings");
+    return ConvertWhole(*this, out, expected, "sequence of translated Strings");
 }
 
 bool omu_PrimTuple::As2DArrayDouble(cow_2DArray<double>& out, cow_String& expected) const {
-    return ConvertRows(*this, out) || Expect(expected, "2D sequence of Doubles");
+    return ConvertWhole(*this, out, expected);
 }
 
 bool omu_PrimTuple::As2DArrayString(cow_2DArray<cow_String>& out, cow_String& expected) const {
-    return ConvertRows(*this, out) || Expect(expected, "2D sequence of Strings");
+    return ConvertWhole(*this, out, expected);
 }
 
 bool omu_PrimTuple::AsMapString2Float(cow_Map<cow_String, float>& out, cow_String& expected) const {
@@ -283,9 +259,12 @@ bool omu_PrimTuple::AsMapString2Float(cow_Map<cow_String, float>& out, cow_Strin
         map.Insert(name, number);
         return true;
     });
-    if (!all) return Expect(expected, "2D sequence of Floats");
-    out = map;
-    return true;
+    if (all) {
+        out = map;
+    } else {
+        expected = "2D sequence of Floats";
+    }
+    return all;
 }
 
 cow_String omu_PrimTuple::TypeString() const { return "tuple"; }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+
 #include "omu/omu_ArgumentTypes.h"
 
 /// The sequence of sequences `value`. A fault names the row or the element that it lies in; `word`
@@ -41,12 +43,14 @@ bool omu_ConvertTable(const omu_Primitive& value, cow_2DArray<T>& out, omu_TypeF
     cow_List<cow_List<T>> rows;
     if (!omu_ConvertRows(value, word, rows, fault)) return false;
     const int columns = rows.IsEmpty() ? 0 : rows[0].Length();
+    // Before the table is made, so that it is no larger than its elements.
+    if (!std::all_of(rows.begin(), rows.end(),
+                     [columns](const cow_List<T>& row) { return row.Length() == columns; })) {
+        fault = {value.TypeString(), word, {}};
+        return false;
+    }
     cow_2DArray<T> table(rows.Length(), columns);
     for (int r = 0; r < rows.Length(); ++r) {
-        if (rows[r].Length() != columns) {
-            fault = {value.TypeString(), word, {}};
-            return false;
-        }
         for (int c = 0; c < columns; ++c) table.Get(r, c) = rows[r][c];
     }
     out = table;
