@@ -25,9 +25,10 @@ endfunction()
 # Adds module NAME as objects that ktsovu_library() sums into the one shared library, and a test
 # program that links the module and the closure of what it uses, so that an undeclared use fails.
 #   ktsovu_module(gsl SOURCES ... USES g3d omu cow TESTS ...)
-# A module whose tests need the loaded library itself says TESTS_USE_LIBRARY.
+# A module whose tests need modules besides names them after TESTS_USES; one whose tests need the
+# loaded library itself says TESTS_USE_LIBRARY.
 function(ktsovu_module name)
-    cmake_parse_arguments(PARSE_ARGV 1 M "TESTS_USE_LIBRARY" "" "SOURCES;USES;TESTS")
+    cmake_parse_arguments(PARSE_ARGV 1 M "TESTS_USE_LIBRARY" "" "SOURCES;USES;TESTS;TESTS_USES")
     add_library(ktsovu_${name} OBJECT ${M_SOURCES})
     target_compile_definitions(ktsovu_${name} PUBLIC KTSOVUGEOM_BUILDING)
     target_include_directories(ktsovu_${name} PUBLIC ${PROJECT_SOURCE_DIR})
@@ -43,6 +44,11 @@ function(ktsovu_module name)
     if(M_TESTS_USE_LIBRARY)
         ktsovu_test(${name}_test SOURCES ${M_TESTS} LINK KTSOvuGeom)
     else()
+        foreach(used IN LISTS M_TESTS_USES)
+            get_property(used_closure GLOBAL PROPERTY KTSOVU_CLOSURE_${used})
+            list(APPEND closure ${used_closure})
+        endforeach()
+        list(REMOVE_DUPLICATES closure)
         list(TRANSFORM closure PREPEND ktsovu_)
         ktsovu_test(${name}_test SOURCES ${M_TESTS} LINK ${closure})
     endif()

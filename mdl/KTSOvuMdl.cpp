@@ -1,11 +1,13 @@
 #include "mdl/KTSOvuMdl.h"
 
 #include <iterator>
-#include <span>
 
 #include "foundation/alloc/KTSBasUseCount.h"
 #include "foundation/shared/cls_ModuleRegistration.h"
 #include "mdl/mdl_Model.h"
+#include "mdl/mdl_PropAttr.h"
+#include "mdl/mdl_PropertyTable.h"
+#include "mdl/mdl_Repository.h"
 
 namespace {
 
@@ -43,7 +45,22 @@ constexpr typ_ArchRow kClasses[] = {
 };
 static_assert(std::size(kClasses) == 27);
 
-constexpr std::span<const cls_MetadataRow> kMetadata;
+/// The jagged array is class 35:5, beside the foundation's own array. Four of the attributes have
+/// rows and describe their classes together with those of their values.
+constexpr cls_MetadataRow kMetadata[] = {
+    {&mdl_PropBool::InitializeMetadata, 7},
+    {&mdl_PropInt::InitializeMetadata, 7},
+    {&mdl_PropDouble::InitializeMetadata, 7},
+    {&mdl_PropString::InitializeMetadata, 7},
+    {&mdl_PropListInt::InitializeMetadata, 7},
+    {&mdl_PropListString::InitializeMetadata, 7},
+    {&mdl_Prop1DArrayInt::InitializeMetadata, 7},
+    {&mdl_Prop1DArrayListFloat::InitializeMetadata, 7},
+    {&mdl_Extension::InitializeMetadata, 7},
+    {&mdl_Repository::InitializeMetadata, 7},
+    {&mdl_PropertyTable::InitializeMetadata, 7},
+    {&mdl_JaggedArray::InitializeMetadata, 4},
+};
 
 constexpr cls_ModuleRegistration kRegistration(10,
                                                {kClasses, static_cast<int>(std::size(kClasses))},

@@ -1,6 +1,9 @@
 #include "mdl/mdl_Model.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <string>
 
 #include "omu/omu_CmdExceptions.h"
 
@@ -8,6 +11,10 @@ TEST(mdl_Model, EnumerationsHaveTheirNamesAndValues) {
     EXPECT_EQ(mdl_PrimModelType().TypeString(), "STANDARD_EXPLICIT, CFD or EMAG");
     EXPECT_EQ(mdl_PrimModelType("EMAG").Enumerator(), mdl_EMAG);
     EXPECT_EQ(mdl_PrimModelType().Enumerator(), mdl_STANDARD_EXPLICIT);
+    EXPECT_EQ(mdl_PrimModelType::Value(2), mdl_EMAG);
+    EXPECT_EQ(mdl_PrimModelType::Name(2), "CFD");
+    EXPECT_EQ(mdl_PrimModelType::Name(3), "");
+    EXPECT_EQ(mdl_PrimFormulation().TypeString(), "NOT_SET, TOTAL or SCATTERED");
     EXPECT_EQ(mdl_PrimFormulation::Name(2), "TOTAL");
     EXPECT_EQ(mdl_PrimFormulation().Enumerator(), mdl_Model::NOT_SET);
 }
@@ -25,4 +32,53 @@ TEST(mdl_Model, RestartIncrementIsNegative) {
         EXPECT_EQ(refused.JournalMessage(KTSBasStringMode::Untranslated),
                   "omu_PrimEnum(ENUMTYPE) - Enum value not allowed: 5  Permissible: STEP_END");
     }
+}
+
+TEST(mdl_Model, CommandsAnswerTheirNames) {
+    static_assert(mdl_Model::nameCmd() == omn_FixedString("name"));
+    const std::string names[] = {
+        mdl_Model::absoluteZeroCmd().Characters(),
+        mdl_Model::aquaAnalysisCmd().Characters(),
+        mdl_Model::copyConnectorsCmd().Characters(),
+        mdl_Model::copyConstraintsCmd().Characters(),
+        mdl_Model::copyInteractionsCmd().Characters(),
+        mdl_Model::descriptionCmd().Characters(),
+        mdl_Model::endRestartStepCmd().Characters(),
+        mdl_Model::fluidMassDensityCmd().Characters(),
+        mdl_Model::globalJobCmd().Characters(),
+        mdl_Model::gravitationalConstantCmd().Characters(),
+        mdl_Model::keywordBlockCmd().Characters(),
+        mdl_Model::lastChangedCountCmd().Characters(),
+        mdl_Model::modelTypeCmd().Characters(),
+        mdl_Model::nameCmd().Characters(),
+        mdl_Model::restartIncrementCmd().Characters(),
+        mdl_Model::restartJobCmd().Characters(),
+        mdl_Model::restartStepCmd().Characters(),
+        mdl_Model::seabedElevationCmd().Characters(),
+        mdl_Model::shellToSolidCmd().Characters(),
+        mdl_Model::steadyCurrentDataCmd().Characters(),
+        mdl_Model::stefanBoltzmannCmd().Characters(),
+        mdl_Model::stillFluidSurfaceElevationCmd().Characters(),
+        mdl_Model::universalGasCmd().Characters(),
+        mdl_Model::waveFormulationCmd().Characters(),
+    };
+    EXPECT_THAT(names,
+                testing::ElementsAre(
+                    "absoluteZero", "aquaAnalysis", "copyConnectors", "copyConstraints",
+                    "copyInteractions", "description", "endRestartStep", "fluidMassDensity",
+                    "globalJob", "gravitationalConstant", "keywordBlock", "lastChangedCount",
+                    "modelType", "name", "restartIncrement", "restartJob", "restartStep",
+                    "seabedElevation", "shellToSolid", "steadyCurrentData", "stefanBoltzmann",
+                    "stillFluidSurfaceElevation", "universalGas", "waveFormulation"));
+}
+
+TEST(mdl_Model_Kept, PrintSettingsBeginWithAnUnderscore) {
+    EXPECT_STREQ(mdl_Model::contactPrintCmd().Characters(), "_contactPrint");
+    EXPECT_STREQ(mdl_Model::echoPrintCmd().Characters(), "_echoPrint");
+    EXPECT_STREQ(mdl_Model::historyPrintCmd().Characters(), "_historyPrint");
+    EXPECT_STREQ(mdl_Model::modelPrintCmd().Characters(), "_modelPrint");
+}
+
+TEST(mdl_Model_Kept, SolverVersionIsNamedAfterTheInputFile) {
+    EXPECT_STREQ(mdl_Model::solverVersionCmd().Characters(), "noPartsInputFile");
 }

@@ -1,0 +1,470 @@
+#include "mdl/mdl_Repository.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "foundation/shared/cls_ClassRegistrar.h"
+#include "foundation/shared/nex_Exception.h"
+#include "mdl/mdl_Archive_test.h"
+#include "omu/omu_PrimDictionary.h"
+#include "omu/omu_PrimNumber.h"
+#include "testing/test_Random.h"
+
+namespace {
+
+using Handle = mdl_ExtensionHandle;
+using Value = mdl_Extension::Value;
+
+Handle Numbered(int number) { return Handle(new mdl_Extension(Value(new omu_PrimNumber(number)))); }
+
+int NumberIn(const mdl_Extension* extension) {
+    const auto* number =
+        extension ? dynamic_cast<const omu_PrimNumber*>(extension->ConstGetValue()) : nullptr;
+    return number ? std::stoi(number->AsString(0).Characters()) : -1;
+}
+
+void SetNumber(mdl_Extension* extension, int number) {
+    ASSERT_NE(extension, nullptr);
+    extension->SetValue(Value(new omu_PrimNumber(number)));
+}
+
+mdl_Repository* AsRepository(mdl_Extension* extension) {
+    return dynamic_cast<mdl_Repository*>(extension);
+}
+
+/// A dictionary in a dictionary ..., `depth` in all.
+Value NestedValue(int depth) {
+    auto value = std::make_unique<omu_PrimStringDictionary>();
+    value->Insert("leaf", omu_PrimNumber(depth));
+    for (int i = 1; i < depth; ++i) {
+        auto outer = std::make_unique<omu_PrimStringDictionary>();
+        outer->Insert("inner", value.release());
+        value = std::move(outer);
+    }
+    return Value(value.release());
+}
+
+/// A repository in a repository ..., `depth` in all.
+Handle NestedRepository(int depth) {
+    Handle nested(new mdl_Repository);
+    for (int i = 1; i < depth; ++i) {
+        auto outer = std::make_unique<mdl_Repository>();
+        EXPECT_TRUE(outer->Insert("inner", nested));
+        nested = Handle(outer.release());
+    }
+    return nested;
+}
+
+/// A model that keeps extensions by name; of component 999.
+struct Model {
+    static constexpr std::uint32_t TypeId() { return typ_TypeId(999, 1); }
+
+    Model() = default;
+    explicit Model(cls_ReadVisitor& visitor)
+        : extensions(mdl_ReadExtensions(visitor, "_extensions")) {}
+    void DBWrite(cls_WriteVisitor& visitor) const {
+        mdl_WriteExtensions(visitor, "_extensions", extensions);
+    }
+    static void Describe(cls_ClassRegistrar& registrar) {
+        cls_ClassMetadata metadata("Model", TypeId());
+        metadata.AddAttribute("_extensions", cls_KIND_COLLECTION, mdl_Extension::TypeId(),
+                              cls_MAP_STRING_OBJ);
+        registrar.AddClass(metadata);
+    }
+
+    mdl_ExtensionMap extensions;
+};
+
+class mdl_RepositoryTest : public testing::Test {
+  protected:
+    mdl_RepositoryTest() { Registrar().initClassMetadata(&Model::Describe, 2); }
+    ~mdl_RepositoryTest() override { Registrar().withdrawClassMetadata(&Model::Describe); }
+
+  private:
+    static cls_MetadataRegistrar& Registrar() {
+        return omi_Singleton<cls_MetadataRegistrar>::Instance();
+    }
+    test_MdlModule module;
+};
+
+TEST_F(mdl_RepositoryTest, EntriesAreSharedAndCopiedOnWrite) {
+    mdl_Repository repository;
+    EXPECT_TRUE(repository.IsEmpty());
+    EXPECT_TRUE(repository.Insert("a", Numbered(1)));
+    EXPECT_TRUE(repository.Insert("none", Handle()));
+    EXPECT_EQ(repository.Size(), 2);
+    EXPECT_TRUE(repository.IsMember("none"));
+    EXPECT_EQ(repository.ConstGet("none"), nullptr);
+    EXPECT_EQ(repository.Get("none"), nullptr);
+    EXPECT_EQ(repository.Get("absent"), nullptr);
+
+    mdl_Repository copy(repository);
+    EXPECT_EQ(copy.ConstGet("a"), repository.ConstGet("a"));
+    EXPECT_NE(copy.GetUid(), repository.GetUid());
+    SetNumber(copy.Get("a"), 2);
+    EXPECT_EQ(NumberIn(repository.ConstGet("a")), 1);
+    EXPECT_EQ(NumberIn(copy.ConstGet("a")), 2);
+    EXPECT_EQ(copy.ConstGet("a")->GetUid(), repository.ConstGet("a")->GetUid());
+
+    const std::unique_ptr<mdl_Extension> same(repository.Copy());
+    EXPECT_EQ(same->GetUid(), repository.GetUid());
+    EXPECT_EQ(same->DynTypeId(), mdl_Repository::TypeId());
+    EXPECT_TRUE(repository.Remove("a"));
+    EXPECT_FALSE(repository.Remove("a"));
+    EXPECT_EQ(repository.Keys(), cow_List<cow_String>("none"));
+    EXPECT_EQ(AsRepository(same.get())->Size(), 2);
+}
+
+TEST_F(mdl_RepositoryTest, EntriesOfOneIdentityAreOneObject) {
+    mdl_Repository repository;
+    const Handle first = Numbered(1);
+    Handle changed = first;
+    SetNumber(changed.Get(), 2);
+    EXPECT_EQ(changed->GetUid(), first->GetUid()) << "a detach keeps the identity";
+
+    repository.Insert("a", first);
+    repository.Insert("twin", first);
+    EXPECT_EQ(repository.ConstGet("a"), repository.ConstGet("twin"));
+    repository.Insert("b", changed);
+    EXPECT_NE(repository.ConstGet("b")->GetUid(), first->GetUid());
+    EXPECT_EQ(changed->GetUid(), first->GetUid()) << "the caller's stays as it is";
+    EXPECT_EQ(NumberIn(repository.ConstGet("b")), 2);
+
+    SetNumber(repository.Get("twin"), 3);
+    EXPECT_NE(repository.ConstGet("twin")->GetUid(), first->GetUid());
+    EXPECT_EQ(repository.ConstGet("a")->GetUid(), first->GetUid());
+
+    repository.Insert("a", changed);
+    EXPECT_EQ(repository.ConstGet("a"), changed.ConstGet()) << "only other entries count";
+
+    // An identity given through the pointer counts too.
+    mdl_Extension* const own = repository.Get("b");
+    own->NewUid();
+    const Handle copy(own->Copy());
+    repository.Insert("c", copy);
+    EXPECT_NE(repository.ConstGet("c")->GetUid(), copy->GetUid());
+}
+
+TEST_F(mdl_RepositoryTest, NoMoreThanTheLimitIsNested) {
+    Handle deep = NestedRepository(255);
+    EXPECT_EQ(deep->Depth(), 255);
+    mdl_Repository outer;
+    EXPECT_TRUE(outer.Insert("a", deep));
+    EXPECT_EQ(outer.Depth(), 256);
+    mdl_Repository outermost;
+    EXPECT_FALSE(outermost.Insert("a", Handle(outer.Copy())));
+    EXPECT_TRUE(outermost.IsEmpty());
+
+    // Through the pointers, level by level.
+    mdl_Repository root;
+    mdl_Repository* innermost = &root;
+    int levels = 1;
+    while (innermost->Insert("next", Handle(new mdl_Repository))) {
+        innermost = AsRepository(innermost->Get("next"));
+        ++levels;
+    }
+    EXPECT_EQ(levels, 256);
+    EXPECT_TRUE(innermost->Insert("none", Handle()));
+    EXPECT_FALSE(innermost->SetValue(NestedValue(1)));
+    EXPECT_TRUE(innermost->SetValue(Value(new omu_PrimNumber(1))));
+    EXPECT_EQ(root.Depth(), 256);
+
+    EXPECT_EQ(mdl_Extension(NestedValue(256)).Depth(), 257);
+    EXPECT_TRUE(root.SetValue(NestedValue(256)));
+    EXPECT_EQ(root.Depth(), 257);
+    EXPECT_FALSE(outermost.Insert("a", Handle(new mdl_Extension(NestedValue(255)))));
+    EXPECT_TRUE(outermost.Insert("a", Handle(new mdl_Extension(NestedValue(254)))));
+}
+
+TEST_F(mdl_RepositoryTest, NeverStandsInItself) {
+    Handle handle(new mdl_Repository);
+    mdl_Repository* const root = AsRepository(handle.Get());
+    EXPECT_FALSE(root->Insert("self", handle));
+    EXPECT_TRUE(root->Insert("a", Handle(new mdl_Repository)));
+    mdl_Repository* const inner = AsRepository(root->Get("a"));
+    EXPECT_FALSE(inner->Insert("root", handle));
+    EXPECT_FALSE(inner->Insert("copy", Handle(new mdl_Repository(*root)))) << "it shares `inner`";
+
+    // A copy of itself as it was is another object, and keeps its content in an archive.
+    mdl_Repository repository;
+    repository.Insert("x", Numbered(1));
+    repository.Insert("before", Handle(repository.Copy()));
+    repository.Remove("x");
+    const auto loaded = test_Load<mdl_Repository>(test_Save(repository, repository.GetUid()));
+    ASSERT_NE(loaded, nullptr);
+    EXPECT_EQ(NumberIn(AsRepository(loaded->Get("before"))->ConstGet("x")), 1);
+}
+
+/// The depth as a walk over everything gives it.
+int WalkedDepth(const mdl_Extension& extension) {
+    int deepest = 0;
+    if (const auto* repository = dynamic_cast<const mdl_Repository*>(&extension)) {
+        for (const cow_String& name : repository->Keys()) {
+            const mdl_Extension* const entry = repository->ConstGet(name);
+            if (entry) deepest = std::max(deepest, WalkedDepth(*entry));
+        }
+    }
+    const omu_Primitive* const value = extension.ConstGetValue();
+    return 1 + std::max(deepest, value ? value->Nesting().depth : 0);
+}
+
+/// Each identity stands for one object.
+void ExpectOneObjectForEachIdentity(const mdl_Repository& repository) {
+    std::map<std::uint64_t, const mdl_Extension*> known;
+    for (const cow_String& name : repository.Keys()) {
+        const mdl_Extension* const entry = repository.ConstGet(name);
+        if (!entry) continue;
+        EXPECT_EQ(known.emplace(entry->GetUid().Number(), entry).first->second, entry);
+        if (const auto* inner = dynamic_cast<const mdl_Repository*>(entry)) {
+            ExpectOneObjectForEachIdentity(*inner);
+        }
+    }
+}
+
+TEST_F(mdl_RepositoryTest, DepthAndIdentitiesHoldUnderRandomChanges) {
+    for (std::uint64_t seed = 1; seed <= 40; ++seed) {
+        SCOPED_TRACE(seed);
+        test_Random random(seed);
+        const auto name = [&random] { return cow_String(std::string(1, "abcd"[random.Below(4)])); };
+        mdl_Repository root;
+        std::vector<Handle> seen = {Numbered(0)};
+        for (int step = 0; step < 150; ++step) {
+            mdl_Repository* at = &root;
+            while (random.Below(3) != 0) {
+                mdl_Repository* const inner = AsRepository(at->Get(name()));
+                if (!inner) break;
+                at = inner;
+            }
+            switch (random.Below(7)) {
+                case 0:
+                    at->Insert(name(), Handle(new mdl_Repository));
+                    break;
+                case 1:
+                    at->Insert(name(), seen[static_cast<std::size_t>(
+                                           random.Below(static_cast<int>(seen.size())))]);
+                    break;
+                case 2:
+                    at->Remove(name());
+                    break;
+                case 3:
+                    at->SetValue(NestedValue(1 + random.Below(6)));
+                    break;
+                case 4:
+                    seen.push_back(Handle(at->Copy()));
+                    if (random.Below(2) == 0) seen.back().Get()->SetValue(Value());
+                    break;
+                case 5:
+                    if (mdl_Extension* const entry = at->Get(name())) entry->NewUid();
+                    break;
+                default:
+                    if (random.Below(4) == 0) at->Clear();
+            }
+            if (random.Below(2) != 0) continue;
+            ASSERT_EQ(root.Depth(), WalkedDepth(root)) << step;
+        }
+        ASSERT_EQ(root.Depth(), WalkedDepth(root));
+        ExpectOneObjectForEachIdentity(root);
+        // Objects of one identity become one: what is read then comes back as it is.
+        const auto loaded = test_Load<mdl_Repository>(test_Save(root, root.GetUid()));
+        ASSERT_NE(loaded, nullptr);
+        EXPECT_EQ(loaded->Depth(), WalkedDepth(*loaded));
+        const test_Bytes bytes = test_Save(*loaded, loaded->GetUid());
+        const auto again = test_Load<mdl_Repository>(bytes);
+        ASSERT_NE(again, nullptr);
+        EXPECT_EQ(test_Save(*again, again->GetUid()), bytes);
+    }
+}
+
+TEST_F(mdl_RepositoryTest, RecordsArePinned) {
+    const test_Bytes extension = test_Parse("01000a00 01 01000000 01000000 00");
+    const mdl_Extension plain;
+    EXPECT_EQ(test_Save(plain, plain.GetUid()), extension);
+
+    mdl_Repository repository(*test_Load<mdl_Repository>(test_Save(mdl_Repository())));
+    const Handle shared = Numbered(3);
+    repository.Insert("a", shared);
+    repository.Insert("b", Handle());
+    repository.Insert("c", shared);
+    bio_Ofilter three;
+    idb_SaveObject(three, omu_PrimNumber(3));
+    test_Bytes golden = test_Parse(
+        "0d000a00 01 01000000"              // the repository, the first identity
+        "01000a00 01 00000000 01000000 00"  // its base part, without a value
+        "01000a00 01 00000000 03000000 01000000");
+    const auto append = [&golden](const test_Bytes& bytes) {
+        golden.insert(golden.end(), bytes.begin(), bytes.end());
+    };
+    for (const cow_String& name : repository.Keys()) {
+        append(test_Parse("01000000 '" + std::string(name.View()) + "'"));
+        if (name == "b") {
+            append(test_Parse("01000000 00"));
+        } else {
+            append(test_Parse("01000a00 01 02000000"));
+            append(test_Bytes(three.Data(), three.Data() + three.Size()));
+        }
+    }
+    EXPECT_EQ(test_Save(repository, repository.GetUid()), golden);
+
+    const auto loaded = test_Load<mdl_Repository>(golden);
+    ASSERT_NE(loaded, nullptr);
+    EXPECT_EQ(NumberIn(loaded->ConstGet("a")), 3);
+    EXPECT_EQ(loaded->ConstGet("a"), loaded->ConstGet("c"));
+    EXPECT_TRUE(loaded->IsMember("b"));
+    EXPECT_EQ(loaded->ConstGet("b"), nullptr);
+    SetNumber(loaded->Get("a"), 4);
+    EXPECT_NE(loaded->ConstGet("a")->GetUid(), loaded->ConstGet("c")->GetUid());
+}
+
+TEST_F(mdl_RepositoryTest, WhateverCouldBeBuiltReadsBack) {
+    const Handle deep = NestedRepository(255);
+    mdl_Repository outer;
+    EXPECT_TRUE(outer.Insert("a", deep));
+    EXPECT_TRUE(outer.SetValue(Value(new omu_PrimNumber(1))));
+    const auto loaded = test_Load<mdl_Repository>(test_Save(outer, outer.GetUid()));
+    ASSERT_NE(loaded, nullptr);
+    EXPECT_EQ(loaded->Depth(), 256);
+    EXPECT_EQ(NumberIn(loaded.get()), 1);
+
+    Model model;
+    model.extensions.Insert("list", Handle(new mdl_Extension(NestedValue(256))));
+    model.extensions.Insert("repository", Handle(outer.Copy()));
+    const auto loadedModel = test_Load<Model>(test_Save(model));
+    ASSERT_NE(loadedModel, nullptr);
+    EXPECT_EQ(loadedModel->extensions.ConstGet("list")->Depth(), 257);
+    EXPECT_EQ(loadedModel->extensions.ConstGet("repository")->Depth(), 256);
+
+    // A value that was made deeper behind the repository's back.
+    Handle value(new mdl_Extension(NestedValue(1)));
+    for (int i = 0; i < 100; ++i) {
+        auto around = std::make_unique<mdl_Repository>();
+        around->Insert("a", value);
+        value = Handle(around.release());
+    }
+    mdl_Extension* at = value.Get();
+    while (mdl_Repository* const repository = AsRepository(at)) at = repository->Get("a");
+    auto* const dictionary = dynamic_cast<omu_PrimStringDictionary*>(at->GetValue());
+    dictionary->Insert("deep", *NestedValue(255).ConstGet());
+    testing::internal::CaptureStderr();
+    EXPECT_THROW(test_Save(*AsRepository(value.Get())), nex_PrimException);
+    testing::internal::GetCapturedStderr();
+}
+
+TEST_F(mdl_RepositoryTest, EveryCutRecordIsRefused) {
+    mdl_Repository inner;
+    inner.Insert("x", Numbered(1));
+    mdl_Repository outer(inner);
+    outer.Insert("inner", Handle(new mdl_Repository(inner)));
+    const test_Bytes whole = test_Save(outer, outer.GetUid());
+    EXPECT_NE(test_Load<mdl_Repository>(whole), nullptr);
+    testing::internal::CaptureStderr();
+    for (std::size_t size = 0; size < whole.size(); ++size) {
+        const test_Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
+        EXPECT_EQ(test_Load<mdl_Repository>(cut), nullptr) << size;
+        for (const int mask : {1, 0x80, 0xFF}) {
+            test_Bytes changed = whole;
+            changed[size] ^= static_cast<std::byte>(mask);
+            static_cast<void>(test_Load<mdl_Repository>(changed));
+        }
+    }
+    testing::internal::GetCapturedStderr();
+}
+
+/// Writes the record of a repository with the one entry "a", which `writeEntry` writes.
+template <class Write>
+void WriteRepository(cls_WriteVisitor& record, const Write& writeEntry) {
+    record.MakeBaseWriteObj(mdl_Extension::TypeId(), cls_Uid())->WriteNullObj("_value");
+    const auto body = record.MakeWriteObj("_extensions", 0, cls_Uid());
+    writeEntry(*body->MakeWriteMapString2Obj(1));
+}
+
+// In each entry of the model a repository whose entry is a reference to the one before.
+TEST_F(mdl_RepositoryTest, ReferencesDoNotNestWithoutEnd) {
+    const mdl_Repository empty;
+    const auto repository = [&empty](cls_WriteMapObj<cow_String>& writer, const cow_String& name,
+                                     const cls_Uid& uid) {
+        return writer.MakeWriteObj(name, mdl_Repository::TypeId(), uid, &empty);
+    };
+    bio_Ofilter out;
+    idb_SaveRecord(out, Model::TypeId(), &empty, cls_Uid(), [&](cls_WriteVisitor& visitor) {
+        const auto body = visitor.MakeWriteObj("_extensions", 0, cls_Uid());
+        const auto model = body->MakeWriteMapString2Obj(1);
+        cls_Uid before = cls_Uid::AllocateUid();
+        for (int i = 0; i < 1000; ++i) {
+            const auto entry = repository(*model, cow_String(std::to_string(i)), cls_Uid());
+            WriteRepository(*entry, [&](auto& outer) {
+                const cls_Uid uid = cls_Uid::AllocateUid();
+                WriteRepository(*repository(outer, "a", uid), [&](auto& inner) {
+                    empty.DBWrite(*repository(inner, "a", before));
+                });
+                before = uid;
+            });
+        }
+    });
+    std::string lines;
+    const auto loaded =
+        test_LoadDamaged<Model>(test_Bytes(out.Data(), out.Data() + out.Size()), lines);
+    int deepest = 0;
+    for (const auto& [name, extension] : loaded->extensions) {
+        deepest = std::max(deepest, extension->Depth());
+    }
+    EXPECT_EQ(deepest, 257);
+    EXPECT_NE(lines.find("Error reading extensions: 1 nested too deep\n"), std::string::npos);
+}
+
+TEST_F(mdl_RepositoryTest, LongChainsOfNamesInAWrongOrderEnd) {
+    // Names of zero bits in falling length: each goes the whole way down.
+    Model model;
+    bio_Ofilter out;
+    const int count = 4000;
+    idb_SaveRecord(out, Model::TypeId(), &model, cls_Uid(), [](cls_WriteVisitor& visitor) {
+        const auto body = visitor.MakeWriteObj("_extensions", 0, cls_Uid());
+        const auto writer = body->MakeWriteMapString2Obj(1);
+        for (int i = count; i > 0; --i) {
+            writer->WriteNullObj(cow_String(std::string(static_cast<std::size_t>(i), '@')));
+        }
+    });
+    std::string lines;
+    const test_Bytes bytes(out.Data(), out.Data() + out.Size());
+    const auto loaded = test_LoadDamaged<Model>(bytes, lines);
+    EXPECT_LE(loaded->extensions.Size(), count);
+    EXPECT_TRUE(lines.empty() || lines == "Error reading extensions: names out of a map's order\n");
+}
+
+using mdl_Extension_Kept = mdl_RepositoryTest;
+
+TEST_F(mdl_Extension_Kept, OneIdentityIsReadBackAsTheFirstOfItsObjects) {
+    Model model;
+    auto original = std::make_unique<mdl_Repository>();
+    original->Insert("x", Numbered(1));
+    model.extensions.Insert("a", Handle(original.release()));
+    const Model before = model;
+
+    Handle& changed = model.extensions.Get("a");
+    AsRepository(changed.Get())->Insert("y", Numbered(2));
+    const Handle kept = before.extensions.ConstGet("a");
+    EXPECT_EQ(changed->DynTypeId(), mdl_Repository::TypeId());
+    EXPECT_EQ(changed->GetUid(), kept->GetUid());
+
+    const auto sizes = [](const Model& saved) {
+        const auto loaded = test_Load<Model>(test_Save(saved));
+        std::string text;
+        for (const char* name : {"a", "b"}) {
+            const auto* repository =
+                dynamic_cast<const mdl_Repository*>(loaded->extensions.ConstGet(name).ConstGet());
+            text += std::to_string(repository ? repository->Size() : -1) + " ";
+        }
+        return text;
+    };
+    model.extensions.Insert("b", kept);
+    EXPECT_EQ(sizes(model), "2 2 ") << "the second is the first";
+    model.extensions.Get("b").Get()->NewUid();
+    EXPECT_EQ(sizes(model), "2 1 ");
+    EXPECT_EQ(AsRepository(kept.GetPtr())->Size(), 1);
+}
+
+}  // namespace
