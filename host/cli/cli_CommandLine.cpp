@@ -6,6 +6,7 @@
 #include <exception>
 #include <iostream>
 #include <limits>
+#include <map>
 #include <new>
 #include <optional>
 #include <string>
@@ -39,6 +40,26 @@ void AddLimit(CLI::App& command, const std::string& name, std::optional<T>& limi
         ->check(CLI::Validator(positive).description(""));
 }
 
+const std::map<std::string, g3d_SavedViewIdEnum> kViews = {
+    {"front", g3d_VIEW_FRONT},   {"back", g3d_VIEW_BACK},   {"top", g3d_VIEW_TOP},
+    {"bottom", g3d_VIEW_BOTTOM}, {"right", g3d_VIEW_RIGHT}, {"left", g3d_VIEW_LEFT},
+    {"iso", g3d_VIEW_ISOMETRIC}};
+
+void AddPicture(CLI::App& command, cli_PictureRequest& request) {
+    CLI::Option* picture =
+        command
+            .add_option("--picture", request.file,
+                        "Draw the parts, each in a colour of its own, into this PNG or SVG file")
+            ->type_name("FILE.png|FILE.svg");
+    command
+        .add_option_function<std::string>(
+            "--view", [&request](const std::string& name) { request.view = kViews.at(name); },
+            "Side that it shows, y being up: front, back, top, bottom, right, left, iso (default)")
+        ->type_name("VIEW")
+        ->check(CLI::Validator(CLI::IsMember(&kViews)).description(""))
+        ->needs(picture);
+}
+
 void AddInspect(CLI::App& app, cli_InspectRequest& request) {
     CLI::App* command = app.add_subcommand(
         "inspect",
@@ -50,6 +71,7 @@ void AddInspect(CLI::App& app, cli_InspectRequest& request) {
         ->add_option("--save", request.database,
                      "Save the parts in this database, in place of those saved there before")
         ->type_name("FILE.db");
+    AddPicture(*command, request.picture);
     command->add_flag("--json", request.json, "Print JSON, with every number in full");
     AddLimit(*command, "--memory-limit", request.limits.memoryMiB, "MIB",
              "Memory that reading one model may take (default: " +
@@ -71,6 +93,7 @@ void AddShow(CLI::App& app, cli_ShowRequest& request) {
         "show", "Print the table of the parts in a database, as 'inspect' printed it.");
     command->add_option("FILE.db", request.database, "A database that 'inspect --save' wrote")
         ->required();
+    AddPicture(*command, request.picture);
     command->add_flag("--json", request.json, "Print JSON, with every number in full");
     command->callback([&request] { cli_Show(request); });
 }

@@ -143,15 +143,60 @@ TEST(ktsovu, RefusesBadModelsAndWritesNothing) {
     }
 }
 
+TEST(ktsovu, DrawsAPictureOfAModelAndTheSameOfItsDatabase) {
+    const host_TemporaryFolder folder;
+    const std::string model = folder.Write("two.obj", kTwoBoxes);
+    const std::string database = folder.Path("two.db");
+    folder.Write("model.png", "what was there");
+    const auto draw = [&](std::vector<std::string> arguments, const std::string& picture) {
+        arguments.insert(arguments.end(), {"--picture", folder.Path(picture)});
+        const host_Outcome outcome = host_Run(arguments);
+        EXPECT_EQ(outcome.status, 0) << outcome.err;
+        return host_ReadFile(folder.Path(picture));
+    };
+    const std::string png = draw({"inspect", model, "--save", database}, "model.png");
+    EXPECT_THAT(png, StartsWith("\x89PNG"));
+    EXPECT_EQ(draw({"show", database, "--view", "iso"}, "saved.PNG"), png);
+    EXPECT_NE(draw({"show", database, "--view", "left"}, "left.png"), png);
+    EXPECT_THAT(draw({"show", database}, "saved.svg"), HasSubstr("width=\"1600px\""));
+    const std::string parse =
+        "python3 -c 'import sys, xml.dom.minidom as xml; "
+        "xml.parse(sys.argv[1])' ";
+    EXPECT_EQ(std::system((parse + folder.Path("saved.svg")).c_str()), 0);
+    EXPECT_EQ(folder.FileCount(), 6);  // nothing but these and the model
+}
+
+TEST(ktsovu, RefusesPicturesThatCannotBeWritten) {
+    const host_TemporaryFolder folder;
+    const std::string model = folder.Write("two.obj", kTwoBoxes);
+    std::filesystem::create_directory(folder.Path("folder.svg"));
+    const std::pair<const char*, const char*> cases[] = {{"a.jpg", "ends in .png or .svg"},
+                                                         {"png", "ends in .png or .svg"},
+                                                         {"folder.svg", "is a directory"},
+                                                         {"no/such.png", "there is no folder"},
+                                                         {"/proc/a.png", "cannot be written"}};
+    for (const auto& [picture, cause] : cases) {
+        ExpectRefused(host_Run({"inspect", model, "--picture", folder.Path(picture), "--save",
+                                folder.Path("new.db")}),
+                      picture, cause);
+    }
+    const std::string bad = folder.Write("bad.obj", "v 0 0 0\n");
+    ExpectRefused(host_Run({"inspect", bad, "--picture", folder.Path("a.png")}), bad, "");
+    EXPECT_EQ(folder.FileCount(), 3);
+}
+
 TEST(ktsovu, RefusesWrongUsage) {
-    const std::vector<std::vector<std::string>> cases = {{},
-                                                         {"frobnicate"},
-                                                         {"inspect"},
-                                                         {"inspect", "a", "--time-limit", "0"},
-                                                         {"show"},
-                                                         {"show", "a.db", "b.db"},
-                                                         {"inspect", "--frobnicate"},
-                                                         {"--frobnicate"}};
+    const std::vector<std::vector<std::string>> cases = {
+        {},
+        {"frobnicate"},
+        {"inspect"},
+        {"inspect", "a", "--time-limit", "0"},
+        {"inspect", "a", "--view", "top"},
+        {"inspect", "a", "--picture", "a.png", "--view", "sideways"},
+        {"show"},
+        {"show", "a.db", "b.db"},
+        {"inspect", "--frobnicate"},
+        {"--frobnicate"}};
     for (const auto& arguments : cases) ExpectRefused(host_Run(arguments), "", "'ktsovu --help'");
     const host_Outcome help = host_Run({"--help"});
     EXPECT_EQ(help.status, 0);

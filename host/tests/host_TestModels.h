@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,10 @@ class host_TemporaryFolder {
     std::string Write(const std::string& name, const std::string& bytes) const {
         std::ofstream(folder / name, std::ios::binary) << bytes;
         return Path(name);
+    }
+    /// Number of files and folders right in it.
+    [[nodiscard]] int FileCount() const {
+        return static_cast<int>(std::distance(std::filesystem::directory_iterator(folder), {}));
     }
 
   private:
