@@ -152,6 +152,12 @@ class cow_List {
     /// Replaces the content by copies of `n` elements of the array, which may be elements of this
     /// list (a negative `n` is 0).
     void SetFromArray(const T* elements, int n);
+    /// Replaces the content by `n` elements that `construct(T* slots, int first, int count)` makes:
+    /// `count` of them from index `first` on, all or none (a negative `n` is 0).
+    template <class Construct>
+    void SetFrom(int n, Construct&& construct) {
+        Replace(n, construct);
+    }
     /// Appends copies of the elements of `other`, which may be this list.
     void Concatenate(const cow_List& other);
     /// The elements from `first` up to but not including `last` as a new list.

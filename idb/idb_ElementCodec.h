@@ -80,16 +80,13 @@ class idb_ElementCodec<cow_String> {
 
 template <class T>
 cow_List<T> idb_ElementCodec<T>::ReadList(bio_Ifilter& filter, int count) {
+    auto list = cow_List<T>::WithSizeHint(count);
     if constexpr (kIsRaw) {
-        // The blocks are filled from the stream in one copy each.
-        cow_List<T> list(cow_ListFill(), count, T());
-        list.ForEachSpan([&filter](auto span) {
-            filter.ReadBytes(const_cast<T*>(span.data()), span.size() * sizeof(T));
+        list.SetFrom(count, [&filter](T* slots, int, int n) {
+            filter.ReadBytes(slots, static_cast<std::size_t>(n) * sizeof(T));
         });
-        return list;
     } else {
-        auto list = cow_List<T>::WithSizeHint(count);
         for (int i = 0; i < count; ++i) list.Append(Read(filter));
-        return list;
     }
+    return list;
 }

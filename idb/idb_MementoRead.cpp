@@ -94,7 +94,7 @@ void idb_MementoRead::ReadFields() {
         zeros.resize(layout->FixedSize());
         fixedBlock = zeros.data();
     }
-    strings.resize(layout->StringCount());
+    strings.SetSize(layout->StringCount());
     for (std::string_view& text : strings) text = filter.ReadStringView();
 }
 
@@ -131,7 +131,7 @@ void idb_MementoRead::ReadNumberField(const cls_FieldHandle& field, T& value) {
     if (!found) return;
     const auto place = static_cast<std::size_t>(found->place);
     if (found->storage == idb_StorageEnm::String) {
-        if (!strings.empty()) value = idb_NumberAs<T>(idb_ParseNumber(strings[place]));
+        if (!strings.IsEmpty()) value = idb_NumberAs<T>(idb_ParseNumber(strings[place]));
     } else if (found->storage != idb_StorageEnm::Nested && fixedBlock) {
         value = idb_LoadField<T>(found->kind, fixedBlock + place);
     }
@@ -173,7 +173,7 @@ void idb_MementoRead::Read(const cls_FieldHandle& field, cow_String& value) {
     if (!found) return;
     const auto place = static_cast<std::size_t>(found->place);
     if (found->storage == idb_StorageEnm::String) {
-        if (!strings.empty()) value = strings[place];
+        if (!strings.IsEmpty()) value = strings[place];
     } else if (found->storage != idb_StorageEnm::Nested && fixedBlock) {
         value = idb_TextOf(idb_LoadNumber(found->kind, fixedBlock + place));
     }

@@ -11,6 +11,7 @@
 #include "foundation/shared/bio_Ifilter.h"
 #include "foundation/shared/cls_ClassRegistrar.h"
 #include "foundation/shared/cls_Memento.h"
+#include "idb/idb_ShortArray.h"
 
 struct idb_CollectionKind;
 struct idb_FieldLayout;
@@ -146,6 +147,6 @@ class KTSOVUGEOM_API idb_MementoRead : public cls_MementoRead {
     cls_Uid uid;
     const idb_RecordLayout* layout = nullptr;
     const std::byte* fixedBlock = nullptr;  ///< in the stream's memory, or in `zeros`
-    std::vector<std::byte, omi_Allocator<std::byte>> zeros;
-    std::vector<std::string_view, omi_Allocator<std::string_view>> strings;
+    std::vector<std::byte, omi_Allocator<std::byte>> zeros;  ///< for a block that is not there
+    idb_ShortArray<std::string_view, 4> strings;
 };

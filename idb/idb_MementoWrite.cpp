@@ -1,7 +1,9 @@
 #include "idb/idb_MementoWrite.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <span>
 #include <utility>
 
 #include "cow/cow_COW.h"
@@ -21,6 +23,9 @@ namespace {
 /// Records of one stream: shared objects repeat their bodies, so that a few levels of sharing can
 /// double without end.
 constexpr std::int64_t kMostRecords = std::int64_t{1} << 26;
+
+/// Class id and flag.
+constexpr std::size_t kHeadSize = sizeof(std::uint32_t) + 1;
 
 void FailFor(bio_Ofilter& filter, const cow_String& message) {
     std::fputs((message + "\n").Characters(), stderr);
@@ -89,8 +94,8 @@ idb_MementoWrite::idb_MementoWrite(bio_Ofilter& stream, const cls_ClassRegistrar
     if (!layout || role == idb_RecordRoleEnm::Collection) return;
     if (collectionType == cls_NO_COLLECTION) collectionType = layout->CollectionType();
     if (idb_HasOwnBody(classId)) return;
-    fixedBlock.resize(layout->FixedSize());
-    strings.resize(layout->StringCount());
+    fixedBlock.SetSize(layout->FixedSize());
+    strings.SetSize(layout->StringCount());
 }
 
 idb_MementoWrite::~idb_MementoWrite() = default;
@@ -125,9 +130,9 @@ void idb_MementoWrite::WriteNumberField(const cls_FieldHandle& field, const T& v
     const auto place = static_cast<std::size_t>(found->place);
     hasValue = true;
     if (found->storage == idb_StorageEnm::String) {
-        if (!strings.empty()) strings[place] = idb_TextOf(idb_NumberOf(value));
-    } else if (!fixedBlock.empty()) {
-        idb_StoreField(found->kind, fixedBlock.data() + place, value);
+        if (!strings.IsEmpty()) strings[place] = idb_TextOf(idb_NumberOf(value));
+    } else if (!fixedBlock.IsEmpty()) {
+        idb_StoreField(found->kind, fixedBlock.Data() + place, value);
     }
 }
 
@@ -168,9 +173,9 @@ void idb_MementoWrite::Write(const cls_FieldHandle& field, const cow_String& val
     const auto place = static_cast<std::size_t>(found->place);
     hasValue = true;
     if (found->storage == idb_StorageEnm::String) {
-        if (!strings.empty()) strings[place] = value;
-    } else if (!fixedBlock.empty()) {
-        idb_StoreNumber(found->kind, fixedBlock.data() + place, idb_ParseNumber(value.View()));
+        if (!strings.IsEmpty()) strings[place] = value;
+    } else if (!fixedBlock.IsEmpty()) {
+        idb_StoreNumber(found->kind, fixedBlock.Data() + place, idb_ParseNumber(value.View()));
     }
 }
 
@@ -334,31 +339,34 @@ bool idb_MementoWrite::EndsAtHead() const noexcept {
     return !layout && role != idb_RecordRoleEnm::Collection && classId != idb_JAGGED_ARRAY_CLASS;
 }
 
-void idb_MementoWrite::PutHead(bio_Buffer& out) const {
-    out.Write(classId);
-    out.Write(hasValue && classId != idb_NULL_CLASS);
-}
-
-std::size_t idb_MementoWrite::FieldsSize() const noexcept {
-    std::size_t size = fixedBlock.size();
+std::size_t idb_MementoWrite::RecordSize() const noexcept {
+    if (EndsAtHead()) return kHeadSize;
+    std::size_t size = kHeadSize + sizeof(int) + fixedBlock.Size();
     for (const cow_String& text : strings) size += sizeof(int) + text.View().size();
     return size;
 }
 
-void idb_MementoWrite::PutFields(bio_Buffer& out) const {
-    out.WriteBytes(fixedBlock.data(), fixedBlock.size());
-    for (const cow_String& text : strings) idb_ElementCodec<cow_String>::Write(out, text);
+void idb_MementoWrite::PutRecord(bio_Buffer& out, int number) const {
+    std::byte* place = out.Extend(RecordSize());
+    bio_Buffer::Put(place, classId);
+    place[sizeof classId] = std::byte{hasValue && classId != idb_NULL_CLASS};
+    if (EndsAtHead()) return;
+    bio_Buffer::Put(place + kHeadSize, static_cast<std::uint32_t>(number));
+    place = std::copy(fixedBlock.begin(), fixedBlock.end(), place + kHeadSize + sizeof number);
+    for (const cow_String& text : strings) {
+        const auto characters = std::as_bytes(std::span(text.View()));
+        bio_Buffer::Put(place, static_cast<std::uint32_t>(characters.size()));
+        place = std::copy(characters.begin(), characters.end(), place + sizeof(std::uint32_t));
+    }
 }
 
 void idb_MementoWrite::CompleteInto(idb_PendingBytes& out) {
     isFlushed = true;
     idb_PendingBytes* const records = nested ? &nested->Complete() : nullptr;
-    const std::size_t size = sizeof classId + 1 + sizeof(int) + FieldsSize();
-    PutHead(out.Tail(size));
-    if (EndsAtHead()) return;
-    out.WriteNumber(uid);
-    PutFields(out.Tail(FieldsSize()));
-    if (records) out.Append(std::move(*records));
+    bio_Buffer& tail = out.Tail(RecordSize());
+    if (!EndsAtHead()) out.NoteNumber(tail.Size() + kHeadSize, uid);
+    PutRecord(tail, 0);
+    if (records && !EndsAtHead()) out.Append(std::move(*records));
 }
 
 void idb_MementoWrite::Flush() {
@@ -369,11 +377,8 @@ void idb_MementoWrite::Flush() {
         filter.RethrowFailure();
         idb_PendingBytes* const records = nested ? &nested->Complete() : nullptr;
         filter.RethrowFailure();
-        PutHead(filter.Sink());
-        if (EndsAtHead()) return;
-        filter.Write(filter.ReferenceNumber(uid));
-        PutFields(filter.Sink());
-        if (records) records->EmitTo(filter);
+        PutRecord(filter.Sink(), EndsAtHead() ? 0 : filter.ReferenceNumber(uid));
+        if (records && !EndsAtHead()) records->EmitTo(filter);
     } catch (...) {
         filter.Sink().Truncate(start);
         filter.Fail(std::current_exception());

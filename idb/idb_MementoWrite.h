@@ -3,13 +3,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <vector>
 
 #include "cow/KTSOvuGeomExport.h"
-#include "foundation/coreutils/omi_Allocator.h"
+#include "foundation/coreutils/cow_String.h"
 #include "foundation/shared/bio_Ofilter.h"
 #include "foundation/shared/cls_ClassRegistrar.h"
 #include "foundation/shared/cls_Memento.h"
+#include "idb/idb_ShortArray.h"
 
 struct idb_CollectionKind;
 struct idb_FieldLayout;
@@ -128,9 +128,9 @@ class KTSOVUGEOM_API idb_MementoWrite : public cls_MementoWrite {
     [[nodiscard]] idb_Section& Nested();
     /// True when the record ends behind the flag.
     [[nodiscard]] bool EndsAtHead() const noexcept;
-    void PutHead(bio_Buffer& out) const;
-    void PutFields(bio_Buffer& out) const;
-    [[nodiscard]] std::size_t FieldsSize() const noexcept;
+    /// The bytes of the record but for the nested ones, and these bytes.
+    [[nodiscard]] std::size_t RecordSize() const noexcept;
+    void PutRecord(bio_Buffer& out, int number) const;
 
     bio_Ofilter& filter;
     const cls_ClassRegistrar& registrar;
@@ -143,7 +143,7 @@ class KTSOVUGEOM_API idb_MementoWrite : public cls_MementoWrite {
     int depth;
     cls_Uid uid;
     const idb_RecordLayout* layout;
-    std::vector<std::byte, omi_Allocator<std::byte>> fixedBlock;
-    std::vector<cow_String, omi_Allocator<cow_String>> strings;
+    idb_ShortArray<std::byte, 64> fixedBlock;
+    idb_ShortArray<cow_String, 4> strings;
     std::unique_ptr<idb_Section> nested;
 };

@@ -27,11 +27,11 @@ int Compare(const K& a, const K& b) noexcept {
 
 }  // namespace
 
-/// A deque claims no more memory than what it holds, whatever the count of the stream promises.
+/// The list grows with what it holds, whatever the count of the stream promises.
 template <class Interface>
 struct idb_ReadObjects<Interface>::Objects {
     idb_ObjectReader reader;
-    std::deque<idb_BuiltObject> built;
+    cow_List<idb_BuiltObject> built;
 };
 
 template <class Interface>
@@ -52,27 +52,27 @@ int idb_ReadObjects<Interface>::ReadHead(bio_Ifilter& stream, std::size_t smalle
 
 template <class Interface>
 void idb_ReadObjects<Interface>::ReadElement(std::uint32_t expectedClassId) {
-    objects->built.emplace_back();
-    objects->built.back() = objects->reader.Build(expectedClassId);
+    objects->built.Append(idb_BuiltObject());
+    objects->built.UncheckedGet(Size() - 1) = objects->reader.Build(expectedClassId);
 }
 
 template <class Interface>
 void idb_ReadObjects<Interface>::Swap(int a, int b) noexcept {
-    auto& built = objects->built;
-    std::swap(built[static_cast<std::size_t>(a)], built[static_cast<std::size_t>(b)]);
+    std::swap(objects->built.UncheckedGet(a), objects->built.UncheckedGet(b));
 }
 
 template <class Interface>
 void idb_ReadObjects<Interface>::Shrink(int newSize) noexcept {
-    while (Size() > newSize) {
-        objects->reader.Destroy(objects->built.back());
-        objects->built.pop_back();
+    if (Size() <= newSize) return;
+    for (int i = Size(); i > newSize;) {
+        objects->reader.Destroy(objects->built.UncheckedGet(--i));
     }
+    objects->built.Resize(newSize);
 }
 
 template <class Interface>
 int idb_ReadObjects<Interface>::Size() const {
-    return static_cast<int>(objects->built.size());
+    return objects->built.Length();
 }
 
 template <class Interface>
@@ -84,7 +84,7 @@ bool idb_ReadObjects<Interface>::Next() {
 template <class Interface>
 idb_BuiltObject* idb_ReadObjects<Interface>::Current() const {
     if (position < 0 || position >= Size()) return nullptr;
-    return &objects->built[static_cast<std::size_t>(position)];
+    return &objects->built.UncheckedGet(position);
 }
 
 template <class Interface>
@@ -132,7 +132,7 @@ idb_ReadMapObj<K>::idb_ReadMapObj(bio_Ifilter& stream, const cls_ClassRegistrar&
     : idb_ReadObjects<cls_ReadMapObj<K>>(stream, classes) {
     const int count = this->ReadHead(stream, idb_ElementCodec<K>::kSmallestSize + kSmallestRecord);
     for (int i = 0; i < count && !stream.Failed(); ++i) {
-        keys.push_back(idb_ElementCodec<K>::Read(stream));
+        keys.Append(idb_ElementCodec<K>::Read(stream));
         this->ReadElement(expectedClassId);
     }
     UniteRepeated();
@@ -140,16 +140,16 @@ idb_ReadMapObj<K>::idb_ReadMapObj(bio_Ifilter& stream, const cls_ClassRegistrar&
 
 template <class K>
 void idb_ReadMapObj<K>::UniteRepeated() {
-    const auto keyAt = [this](int i) -> K& { return keys[static_cast<std::size_t>(i)]; };
-    const int size = static_cast<int>(keys.size());
-    std::vector<int> order(keys.size());
+    const auto keyAt = [this](int i) -> K& { return keys.UncheckedGet(i); };
+    const int size = keys.Length();
+    std::vector<int> order(static_cast<std::size_t>(size));
     std::iota(order.begin(), order.end(), 0);
     std::ranges::sort(order, [&keyAt](int a, int b) {
         const int compared = Compare(keyAt(a), keyAt(b));
         return compared != 0 ? compared < 0 : a < b;
     });
 
-    std::vector<bool> isRepeated(keys.size());
+    std::vector<bool> isRepeated(order.size());
     for (std::size_t i = 0; i < order.size();) {
         std::size_t end = i + 1;
         for (; end < order.size() && Compare(keyAt(order[i]), keyAt(order[end])) == 0; ++end) {
@@ -168,14 +168,15 @@ void idb_ReadMapObj<K>::UniteRepeated() {
         }
         ++kept;
     }
-    keys.resize(static_cast<std::size_t>(kept));
+    if (kept == size) return;
+    keys.Resize(kept);
     this->Shrink(kept);
 }
 
 template <class K>
 K idb_ReadMapObj<K>::Key() const {
     const int at = this->Position();
-    return at >= 0 && at < this->Size() ? keys[static_cast<std::size_t>(at)] : K();
+    return at >= 0 && at < this->Size() ? keys[at] : K();
 }
 
 idb_ReadProxy::idb_ReadProxy(bio_Ifilter& stream, const cls_ClassRegistrar& classes,

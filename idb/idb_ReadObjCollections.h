@@ -2,10 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <memory>
 
 #include "cow/KTSOvuGeomExport.h"
+#include "cow/cow_List.h"
 #include "foundation/coreutils/cow_String.h"
 #include "foundation/shared/bio_Ifilter.h"
 #include "foundation/shared/cls_ClassRegistrar.h"
@@ -84,7 +84,7 @@ class idb_ReadMapObj : public idb_ReadObjects<cls_ReadMapObj<K>> {
   private:
     void UniteRepeated();
 
-    std::deque<K> keys;
+    cow_List<K> keys;
 };
 using idb_ReadMapInt2Obj = idb_ReadMapObj<int>;
 using idb_ReadMapString2Obj = idb_ReadMapObj<cow_String>;

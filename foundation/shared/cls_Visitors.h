@@ -134,12 +134,13 @@ class KTSBASSHARED_API cls_ReadVisitor {
     /// The reader of the base part.
     virtual std::unique_ptr<cls_ReadVisitor> MakeBaseReadObj() = 0;
     /// Reads the object in `field` through the constructor that its class registered; null for a
-    /// null record or an object that is not a `classId`. The first reference to an object of the
-    /// stream hands it to the caller (`isFirst` true); every later one answers the same pointer as
-    /// an alias that the caller must not destroy (`isFirst` false). Whoever was handed an object
-    /// keeps it as long as the stream is read. Objects that belong to one owner are read with
-    /// `ReadObjValue`, shared ones with `ReadObjCow`: neither depends on what a damaged stream
-    /// says.
+    /// null record, and for an object to which no pointer passes for one to a `classId`
+    /// (`cls_ClassRegistrar::IsObjectOf`; a line on standard error). The first reference to an
+    /// object of the stream hands it to the caller (`isFirst` true); every later one answers the
+    /// same pointer as an alias that the caller must not destroy (`isFirst` false). Whoever was
+    /// handed an object keeps it as long as the stream is read. Objects that belong to one owner
+    /// are read with `ReadObjValue`, shared ones with `ReadObjCow`: neither depends on what a
+    /// damaged stream says.
     virtual void* ReadObjPtr(const cls_FieldHandle& field, std::uint32_t classId,
                              bool& isFirst) = 0;
     void* ReadObjPtr(const cls_FieldHandle& field, std::uint32_t classId) {

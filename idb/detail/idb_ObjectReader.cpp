@@ -34,14 +34,15 @@ idb_BuiltObject idb_ObjectReader::Build(std::uint32_t expectedClassId) const {
         if (!record.HasValue()) return built;
         built.classId = record.ClassId();
         built.number = record.DbId();
-        const cls_ClassMetadata* const metadata = registrar->Find(built.classId);
-        if (!metadata || !metadata->Ctor()) {
+        const idb_RecordLayout* const layout =
+            idb_StreamLayouts::Find(filter->State(), *registrar, built.classId);
+        if (!layout || !layout->Ctor()) {
             ReportNumber(*filter, "Error reading object: class %x has no constructor\n",
                          built.classId);
-            if (metadata || built.classId == idb_JAGGED_ARRAY_CLASS) filter->Fail();
+            if (layout || built.classId == idb_JAGGED_ARRAY_CLASS) filter->Fail();
             return built;
         }
-        built.object = metadata->Ctor()(record);
+        built.object = layout->Ctor()(record);
     } catch (...) {
         filter->Objects().ForgetPointers(built.partsBegin, filter->Objects().Mark());
         throw;

@@ -20,13 +20,12 @@ bio_Buffer& idb_PendingBytes::Tail(std::size_t expected) {
     return chunks.back();
 }
 
-void idb_PendingBytes::WriteNumber(const cls_Uid& uid) {
-    bio_Buffer& tail = Tail(sizeof(int));
-    if (uid.IsAllocated()) numbers.push_back({chunks.size() - 1, tail.Size(), uid});
-    tail.Write(0);
+void idb_PendingBytes::NoteNumber(std::size_t offset, const cls_Uid& uid) {
+    if (uid.IsAllocated()) numbers.push_back({chunks.size() - 1, offset, uid});
 }
 
 void idb_PendingBytes::Append(idb_PendingBytes&& other) {
+    if (other.IsEmpty()) return;
     if (IsEmpty()) {
         *this = std::move(other);
         return;

@@ -13,8 +13,9 @@ class idb_PendingBytes {
 
     /// The end of the bytes, to append about `expected` bytes at; valid until the next call.
     [[nodiscard]] bio_Buffer& Tail(std::size_t expected);
-    /// Leaves room for the number of `uid`, 0 for an unallocated one.
-    void WriteNumber(const cls_Uid& uid);
+    /// The number of `uid` is put at `offset` of what `Tail` gave last; none for an unallocated
+    /// one.
+    void NoteNumber(std::size_t offset, const cls_Uid& uid);
     /// Moves all bytes of `other` behind these.
     void Append(idb_PendingBytes&& other);
     /// Moves the bytes to the stream, which numbers the identities in their order.

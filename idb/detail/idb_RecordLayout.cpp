@@ -30,20 +30,16 @@ idb_StorageEnm StorageOf(int kind) noexcept {
 
 }  // namespace
 
-bool idb_HasOwnBody(std::uint32_t classId) noexcept {
-    return std::ranges::find(idb_OWN_BODY_CLASSES, classId) != std::end(idb_OWN_BODY_CLASSES);
-}
-
 idb_RecordLayout::idb_RecordLayout(const cls_ClassMetadata& metadata)
-    : collectionType(metadata.CollectionType()) {
+    : collectionType(metadata.CollectionType()), ctor(metadata.Ctor()) {
     cow_Map<cow_String, int> strings;  // name to index among the fields
     names.reserve(metadata.Attributes().size());
     for (const cls_AttributeMetadata& attribute : metadata.Attributes()) {
         names.emplace_back(attribute.name.View());
-        idb_FieldLayout field{names.back(), attribute.kind, attribute.classId,
+        idb_FieldLayout field{idb_FieldName(names.back()), attribute.kind, attribute.classId,
                               attribute.collectionType, StorageOf(attribute.kind)};
         if (field.storage == idb_StorageEnm::String) {
-            strings.Insert(field.name, static_cast<int>(fields.size()));
+            strings.Insert(field.name.View(), static_cast<int>(fields.size()));
         } else if (field.storage != idb_StorageEnm::Nested) {
             field.place = static_cast<int>(fixedSize);
             fixedSize += field.storage == idb_StorageEnm::FourBytes ? 4 : 8;
@@ -55,16 +51,12 @@ idb_RecordLayout::idb_RecordLayout(const cls_ClassMetadata& metadata)
     }
 }
 
-const idb_FieldLayout* idb_RecordLayout::Find(std::string_view fieldName) const noexcept {
-    if (fields.empty()) return nullptr;
-    std::size_t& guess = fields[lastFound].successor;
-    if (fields[guess].name != fieldName) {
-        const auto found = std::ranges::lower_bound(fields, fieldName, {}, &idb_FieldLayout::name);
-        if (found == fields.end() || found->name != fieldName) return nullptr;
-        guess = static_cast<std::size_t>(found - fields.begin());
-    }
-    lastFound = guess;
-    return &fields[lastFound];
+const idb_FieldLayout* idb_RecordLayout::Search(std::string_view fieldName) const noexcept {
+    const auto nameOf = [](const idb_FieldLayout& field) { return field.name.View(); };
+    const auto found = std::ranges::lower_bound(fields, fieldName, {}, nameOf);
+    if (found == fields.end() || !found->name.Is(fieldName)) return nullptr;
+    if (lastFound) lastFound->successor = &*found;
+    return &*found;
 }
 
 // The mementos are the only users of the filters' state.
