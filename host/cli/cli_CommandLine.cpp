@@ -10,6 +10,7 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "host/cli/cli_Commands.h"
 #include "host/model/hst_Classes.h"
@@ -24,7 +25,9 @@ constexpr int kBadInput = 2;
 constexpr const char* kDescription =
     "Looks into mesh and assembly files and keeps what it finds in a database.";
 constexpr const char* kFooter =
-    "Exit status: 0 done; 2 bad input or wrong usage, with one line on standard error.\n"
+    "Exit status: 0 done; 2 bad input or wrong usage, with one line on standard error; of 'run' "
+    "that\n"
+    "of the script.\n"
     "'ktsovu COMMAND --help' tells the options of a command.";
 
 std::string DefaultLimit(int base, int perMiB) {
@@ -98,6 +101,23 @@ void AddShow(CLI::App& app, cli_ShowRequest& request) {
     command->callback([&request] { cli_Show(request); });
 }
 
+/// All that stands behind the script is its own, so the command has no options; a call with a
+/// script does not come here.
+void AddRun(CLI::App& app) {
+    CLI::App* command = app.add_subcommand(
+        "run", "Run a Python script that uses the library as the module 'ktsovu'.");
+    command->add_option("SCRIPT.py", "The script")->required();
+    command->add_option("ARGS", "Its arguments, sys.argv[1:]");
+    command->footer(
+        "Arguments, traceback and exit status are those of 'python3 SCRIPT.py ARGS'. The system's\n"
+        "python3 imports the same module where it is installed; help(ktsovu) tells what it "
+        "offers.");
+}
+
+bool IsScriptRun(int argumentCount, char** arguments) {
+    return argumentCount > 2 && arguments[1] == std::string_view("run") && arguments[2][0] != '-';
+}
+
 int Fail(const std::string& cause) {
     std::cerr << "ktsovu: " << hst_CleanName(cause) << std::endl;
     return kBadInput;
@@ -124,9 +144,12 @@ int Parse(CLI::App& app, int argumentCount, char** arguments) {
 
 }  // namespace
 
-int cli_Run(int argumentCount, char** arguments) {
+int cli_Run(int argumentCount, char** arguments, cli_ScriptRunner runScript) {
     try {
         const hst_ClassRegistration classes;
+        if (IsScriptRun(argumentCount, arguments)) {
+            return runScript(argumentCount - 2, arguments + 2);
+        }
         CLI::App app(kDescription, "ktsovu");
         app.set_version_flag("--version", "ktsovu " KTSOVU_VERSION, "Print the version and exit");
         app.set_help_flag("--help", "Print this help and exit");
@@ -136,6 +159,7 @@ int cli_Run(int argumentCount, char** arguments) {
         cli_ShowRequest show;
         AddInspect(app, inspect);
         AddShow(app, show);
+        AddRun(app);
         return Parse(app, argumentCount, arguments);
     } catch (const std::bad_alloc&) {
         return Fail("out of memory");

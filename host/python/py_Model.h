@@ -1,0 +1,25 @@
+#pragma once
+
+#include <memory>
+
+#include "host/model/hst_Part.h"
+#include "host/python/py_Value.h"
+
+/// A part of a model as scripts hold it: it never changes, so copies share the triangles. Equal to
+/// itself alone.
+struct py_Part {
+    std::shared_ptr<const hst_Part> part;
+
+    [[nodiscard]] const hst_Part& operator*() const noexcept { return *part; }
+    [[nodiscard]] const hst_Part* operator->() const noexcept { return part.get(); }
+    [[nodiscard]] friend bool operator==(const py_Part&, const py_Part&) = default;
+};
+
+template <>
+struct py_ValueTraits<py_Part> {
+    static constexpr const char* kName = "Part";
+    static cow_String Text(const py_Part& part);
+};
+
+/// Adds parts, reading models, the table and the database of parts to the module.
+void py_AddModel(PyObject* module);
