@@ -188,6 +188,7 @@ int omu_PrimDictionary<Key>::Entries::IndexOf(const Key& key) const {
 
 template <class Key>
 void omu_PrimDictionary<Key>::Entries::Append(const Key& key, const omu_PrimHandle& value) {
+    if (list.empty()) list.reserve(kFew / 2);
     list.push_back({key, value});
     try {
         if (list.size() == kFew + 1) {

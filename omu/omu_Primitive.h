@@ -1,10 +1,12 @@
 #pragma once
 
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
 
 #include "cow/KTSOvuGeomExport.h"
 #include "cow/cow_CountedHld.h"
+#include "foundation/alloc/mem_Alloc.h"
 #include "foundation/coreutils/cow_String.h"
 #include "foundation/coreutils/typ_ArchCompTable.h"
 #include "foundation/shared/cls_Uid.h"
@@ -74,6 +76,12 @@ class KTSOVUGEOM_API omu_Primitive {
     [[nodiscard]] bool IsA(unsigned classId) const;
     [[nodiscard]] const cls_Uid& GetUid() const noexcept { return uid; }
     [[nodiscard]] bool operator!=(const omu_Primitive& other) const { return !operator==(other); }
+
+    /// Primitives live in the small cells of the allocator, since every call makes several.
+    static void* operator new(std::size_t bytes) { return mem_OperatorNewTinyThrow(bytes); }
+    static void operator delete(void* primitive, std::size_t bytes) noexcept {
+        mem_OperatorDeleteTiny(primitive, bytes);
+    }
 
     /// 19:21.
     static constexpr std::uint32_t kTypeId = typ_TypeId(19, 21);
