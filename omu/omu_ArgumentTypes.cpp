@@ -113,6 +113,9 @@ bool omu_Convert(const omu_Primitive& value, omu_PrimDictionary<cow_String>& out
     return ConvertDictionary(value, out);
 }
 
+bool omu_Convert(const omu_Primitive& value, omu_PrimArray& out) {
+    return ConvertSame(value, out) || ConvertSequence(value, out);
+}
 bool omu_Convert(const omu_Primitive& value, omu_PrimTuple& out) {
     return ConvertSequence(value, out);
 }

@@ -8,6 +8,7 @@
 #include "cow/cow_Map.h"
 #include "foundation/shared/KTSBasUtlFilePath.h"
 #include "omu/omu_CorvixName.h"
+#include "omu/omu_PrimArray.h"
 #include "omu/omu_PrimConvert.h"
 #include "omu/omu_PrimDictionary.h"
 #include "omu/omu_PrimEnumBase.h"
@@ -44,6 +45,8 @@
                                               omu_PrimDictionary<int>& out);
 [[nodiscard]] KTSOVUGEOM_API bool omu_Convert(const omu_Primitive& value,
                                               omu_PrimDictionary<cow_String>& out);
+/// An array, or nested sequences of numbers that make one.
+[[nodiscard]] KTSOVUGEOM_API bool omu_Convert(const omu_Primitive& value, omu_PrimArray& out);
 /// A sequence, as a tuple to be read from its start.
 [[nodiscard]] KTSOVUGEOM_API bool omu_Convert(const omu_Primitive& value, omu_PrimTuple& out);
 /// An enumeration or a string whose name is permitted.

@@ -49,8 +49,6 @@ omu_PrimNesting NestingOf(const std::unique_ptr<omu_Primitive>& value) {
 
 }  // namespace
 
-omu_Arguments::omu_Arguments() : omu_Arguments(omu_PrimTuple()) {}
-
 omu_Arguments::omu_Arguments(const omu_PrimTuple& positional, const Keywords& keywordValues)
     : omu_PrimTuple(positional), keywords(keywordValues) {
     Nesting().Require();

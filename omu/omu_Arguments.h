@@ -42,12 +42,20 @@ class omu_PyObjectWrapper;
 /// Kept: an argument given twice counts twice, so that with a free optional place `(1, a=9)` for
 /// (a, b=) gives a = 1 and the 9 is lost; one would have expected a fault. Scripts repeat arguments
 /// that a newer signature takes by position.
+///
+/// Kept: a missing keyword hides the wrong types behind it: `(b="x")` for the integers (a, b)
+/// raises "not all required arguments specified; expected 2, got 1", where one would have expected
+/// "b; found string, expecting int". Scripts that probe for a signature rely on the count.
+///
+/// Kept: an integer beyond the range of the variable, such as 300 for a `signed char`, raises
+/// "arg1; found int, expecting int"; one would have expected the range. Scripts tell it from a
+/// "RangeError", which is about the meaning of a value.
 class KTSOVUGEOM_API omu_Arguments : public omu_PrimTuple {
   public:
     using Keywords = omu_PrimDictionary<cow_String>;
 
     /// No arguments. All constructors leave the object ready for reading.
-    omu_Arguments();
+    omu_Arguments() = default;
     /// The elements of `positional` and the entries of `keywordValues`, in their order.
     explicit omu_Arguments(const omu_PrimTuple& positional, const Keywords& keywordValues = {});
     /// Reads the record of a call, ready for reading from its start.

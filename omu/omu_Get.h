@@ -1,5 +1,7 @@
 #pragma once
 
+#include <concepts>
+
 #include "cow/cow_2DArray.h"
 #include "cow/cow_List.h"
 #include "omu/omu_Arguments.h"
@@ -55,21 +57,25 @@ void omu_Get(omu_Arguments& arguments, T& value, const cow_String& keyword) {
     arguments.Get(target, keyword);
 }
 /// Reads the next element of a tuple, or argument by its position alone.
-template <omu_SequenceType T>
-void omu_Get(omu_PrimTuple& elements, T& value) {
+template <std::derived_from<omu_PrimTuple> Reader, omu_SequenceType T>
+void omu_Get(Reader& elements, T& value) {
     omu_SequenceTarget<T> target{value};
     elements.Get(target);
 }
 
+/// `int` or `double`.
+template <class T>
+concept omu_RowElement = omu_GetType<omu_RowsTarget<T>>;
+
 /// As `omu_Get` for a table whose rows may differ in length.
-template <omu_GetType T>
+template <omu_RowElement T>
 void omu_GetIrregular(omu_Arguments& arguments, cow_List<cow_List<T>>& value,
                       const cow_String& keyword) {
     omu_RowsTarget<T> target{value};
     arguments.Get(target, keyword);
 }
-template <omu_GetType T>
-void omu_GetIrregular(omu_PrimTuple& elements, cow_List<cow_List<T>>& value) {
+template <std::derived_from<omu_PrimTuple> Reader, omu_RowElement T>
+void omu_GetIrregular(Reader& elements, cow_List<cow_List<T>>& value) {
     omu_RowsTarget<T> target{value};
     elements.Get(target);
 }
