@@ -12,103 +12,19 @@
 #include <vector>
 
 #include "foundation/coreutils/typ_DebugFlags.h"
+#include "omu/detail/omu_ArrayElements.h"
 #include "omu/detail/omu_SequenceShape.h"
 #include "omu/detail/omu_TracePrimArray.h"
 #include "omu/omu_CmdExceptions.h"
-#include "omu/omu_PrimArchive.h"
 #include "omu/omu_PrimVisitor.h"
 
+using namespace omu_array;
+
 namespace {
-
-constexpr cls_FieldHandle kDataType("_dataType");
-constexpr cls_FieldHandle kPyType("_pyType");
-constexpr cls_FieldHandle kDims("_dims");
-
-using DataTypeEnm = omu_PrimNumber::DataTypeEnm;
-
-constexpr char kNegativeDimensions[] = "PrimArray negative dimensions are not allowed";
-constexpr char kCannotAllocate[] = "PrimArray can't allocate memory for array (data)";
-constexpr char kForeignType[] = "PrimArray only INT, FLOAT, DOUBLE allowed";
-constexpr char kNoItem[] = "PrimArray ConstGetNumericItem failed";
 
 /// The flag of arrays among the foundation's debug flags, and the level that logs it.
 constexpr int kDebugFlag = 19;
 constexpr int kLogLevel = 2;
-
-constexpr std::int64_t kMaxBytes = std::numeric_limits<std::int32_t>::max();
-
-[[noreturn]] void Fail(const cow_String& text, const char* file = __builtin_FILE(),
-                       int line = __builtin_LINE()) {
-    KTSBasThrow(omu_ValueErrorException(text), file, line);
-}
-
-void RequireDimensionCount(int numDimensions) {
-    if (numDimensions < 0) Fail(kNegativeDimensions);
-    if (numDimensions > omu_PrimArray::kMaxDimensions) Fail(kCannotAllocate);
-}
-
-/// The bytes from one index to the next of each dimension, then those of the whole: all products of
-/// the extents from the last one on. What no array can have is refused.
-std::vector<int> StridesOf(std::span<const int> dimensions, int itemSize) {
-    RequireDimensionCount(static_cast<int>(dimensions.size()));
-    if (std::ranges::any_of(dimensions, [](int extent) { return extent < 0; })) {
-        Fail(kNegativeDimensions);
-    }
-    std::vector<int> products(dimensions.size() + 1, itemSize);
-    std::int64_t bytes = itemSize;
-    for (std::size_t d = dimensions.size(); d-- > 0;) {
-        bytes *= dimensions[d];
-        if (bytes > kMaxBytes) Fail(kCannotAllocate);
-        products[d] = static_cast<int>(bytes);
-    }
-    std::rotate(products.begin(), products.begin() + 1, products.end());
-    return products;
-}
-
-/// The bytes of the whole; without dimensions there are no elements.
-int BytesOf(std::span<const int> dimensions, const std::vector<int>& stridesAndTotal) {
-    return dimensions.empty() ? 0 : stridesAndTotal.back();
-}
-
-std::vector<int> ToVector(const cow_List<int>& list) { return {list.begin(), list.end()}; }
-
-double Load(const char* address, DataTypeEnm type) {
-    return getPrimNumberAtPtr(address, type).AsDouble();
-}
-
-template <class T>
-void StoreAs(char* address, T element) {
-    std::memcpy(address, &element, sizeof element);
-}
-
-/// Writes `number` as an element of `type`: truncated and saturated, or rounded.
-void Store(char* address, DataTypeEnm type, double number) {
-    if (type == omu_PrimNumber::INT) {
-        StoreAs(address, omu_PrimNumber::ToInt(number));
-    } else if (type == omu_PrimNumber::FLOAT) {
-        StoreAs(address, omu_PrimNumber::ToFloat(number));
-    } else {
-        StoreAs(address, number);
-    }
-}
-
-/// Copies all elements of `source` to `target`, as elements of `type`; the address behind them.
-char* CopyElements(const omu_PrimArray& source, DataTypeEnm type, char* target) {
-    const int itemSize = omu_PrimArray::ItemSize(type);
-    const char* element = source.ConstGetData();
-    const int count = source.ConstGetNumElements();
-    const std::ptrdiff_t bytes = std::ptrdiff_t{count} * itemSize;
-    if (count > 0 && source.ConstGetPrimNumberType() == type) {
-        std::memcpy(target, element, static_cast<std::size_t>(bytes));
-        return target + bytes;
-    }
-    for (int i = 0; i < count; ++i) {
-        Store(target, type, Load(element, source.ConstGetPrimNumberType()));
-        element += source.ConstGetItemSize();
-        target += itemSize;
-    }
-    return target;
-}
 
 /// Copies the numbers of nested sequences of a known form to `target` and moves it on; false for an
 /// unsigned number that an integer element cannot hold.
@@ -177,32 +93,6 @@ void AppendNumber(std::string& text, const char* element, DataTypeEnm type) {
     std::array<char, 12> digits;
     text.append(digits.data(),
                 std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr);
-}
-
-/// The collection of elements of type `T` in records.
-template <class T>
-struct Stored;
-template <>
-struct Stored<int> {
-    static constexpr DataTypeEnm kType = omu_PrimNumber::INT;
-    static constexpr cls_FieldHandle kField{"_ints"};
-};
-template <>
-struct Stored<float> {
-    static constexpr DataTypeEnm kType = omu_PrimNumber::FLOAT;
-    static constexpr cls_FieldHandle kField{"_floats"};
-};
-template <>
-struct Stored<double> {
-    static constexpr DataTypeEnm kType = omu_PrimNumber::DOUBLE;
-    static constexpr cls_FieldHandle kField{"_doubles"};
-};
-
-template <class T>
-cow_List<T> ReadList(cls_ReadVisitor& visitor, const cls_FieldHandle& field) {
-    const auto body = visitor.MakeReadObj(field);
-    const auto reader = body ? body->MakeReadListPrim(T{}) : nullptr;
-    return reader ? reader->ConstGetList() : cow_List<T>();
 }
 
 }  // namespace
@@ -370,15 +260,16 @@ void omu_PrimArray::SetPyType(DataTypeEnm type, int codeOfOthers) {
     if (type == omu_PrimNumber::INT) code = 'i';
     if (type == omu_PrimNumber::FLOAT) code = 'f';
     if (type == omu_PrimNumber::DOUBLE) code = 'd';
+    ShowCode(code, type);
+}
+
+void omu_PrimArray::SetPyType(int code) { ShowCode(code, elementType); }
+
+void omu_PrimArray::ShowCode(int code, DataTypeEnm type) {
+    handedOut.clear();
     pyType = static_cast<char>(code);
     omu_TracePrimArray("omu_PrimArray::SetPyType(%s) -> pyType:'%c'\n", typeCode2string(type),
                        pyType);
-}
-
-void omu_PrimArray::SetPyType(int code) {
-    pyType = static_cast<char>(code);
-    omu_TracePrimArray("omu_PrimArray::SetPyType(%s) -> pyType:'%c'\n",
-                       typeCode2string(elementType), pyType);
 }
 
 void omu_PrimArray::checkArrayIndices(std::span<const int> indices) const {
@@ -445,105 +336,6 @@ char* omu_PrimArray::OwnData() {
     return data.GetPtr()->Get();
 }
 
-// Index 0 is the start of the data whatever the extent is: an array that has none fails by itself.
-const char* omu_PrimArray::Index2Ptr(int index) const {
-    if (numDims < 1) Fail("PrimArray index out of bounds: nd<1");
-    if (index == 0 && Length() == 0) Fail(kNoItem);
-    if (index < 0 || index >= Length()) Fail(atr("PrimArray index out of bounds: [%d]", index));
-    const char* const start = ConstGetData();
-    return start ? start + std::ptrdiff_t{index} * strides.UncheckedConstGet(0) : start;
-}
-
-omu_PrimArray omu_PrimArray::SubArray(int index) const {
-    const char* const start = Index2Ptr(index);
-    const std::vector<int> dimensions = ToVector(extents);
-    omu_PrimArray part;
-    part.FromDimsAndData(std::span(dimensions).subspan(1), elementType, start);
-    part.pyType = pyType;
-    return part;
-}
-
-omu_PrimHandle omu_PrimArray::ElementAt(int index) const {
-    if (numDims > 1) return omu_PrimHandle(new omu_PrimArray(SubArray(index)));
-    return omu_PrimHandle(new omu_PrimNumber(getPrimNumberAtPtr(Index2Ptr(index), elementType)));
-}
-
-const omu_Primitive* omu_PrimArray::Index(int index) const {
-    auto place = handedOut.find(index);
-    if (place == handedOut.end()) place = handedOut.emplace(index, ElementAt(index)).first;
-    return place->second.ConstGet();
-}
-
-bool omu_PrimArray::ForEachElement(const ElementUse& use) const {
-    for (int i = 0; i < Length(); ++i) {
-        const bool goesOn = numDims > 1 ? use(SubArray(i), i)
-                                        : use(getPrimNumberAtPtr(Index2Ptr(i), elementType), i);
-        if (!goesOn) return false;
-    }
-    return true;
-}
-
-cow_List<omu_PrimHandle> omu_PrimArray::Elements() const {
-    omu_PrimNesting objects = omu_PrimNesting::OfEmptyContainer();
-    objects.nodes += Length();
-    objects.Require();
-    auto elements = cow_List<omu_PrimHandle>::WithSizeHint(Length());
-    for (int i = 0; i < Length(); ++i) elements.Append(ElementAt(i));
-    return elements;
-}
-
-omu_PrimArray omu_PrimArray::WithLength(std::int64_t length, DataTypeEnm type) const {
-    if (length > std::numeric_limits<int>::max()) Fail(kCannotAllocate);
-    std::vector<int> dimensions = ToVector(extents);
-    if (!dimensions.empty()) dimensions[0] = static_cast<int>(length);
-    omu_PrimArray result;
-    result.FromDimsAndData(dimensions, type, nullptr);
-    return result;
-}
-
-omu_PrimArray omu_PrimArray::SpecialSlice(int first, int last) const {
-    omu_PrimArray part = WithLength(last - first, elementType);
-    part.pyType = pyType;
-    if (part.numElements > 0) {
-        std::memcpy(part.OwnData(), Index2Ptr(first), static_cast<std::size_t>(part.data->Size()));
-    }
-    return part;
-}
-
-omu_PrimArray* omu_PrimArray::Slice(int first, int last) const {
-    const int from = std::clamp(first, 0, Length());
-    return new omu_PrimArray(SpecialSlice(from, std::clamp(last, from, Length())));
-}
-
-omu_PrimArray omu_PrimArray::Joined(const omu_PrimArray& other) const {
-    bool isJoinable = numDims == other.numDims;
-    for (int d = 1; isJoinable && d < numDims; ++d) isJoinable = extents[d] == other.extents[d];
-    if (!isJoinable) Fail("PrimArray arrays of different dimensions can't be joined");
-    omu_PrimArray joined = WithLength(std::int64_t{Length()} + other.Length(),
-                                      omu_WiderType(elementType, other.elementType));
-    if (joined.numElements > 0) {
-        char* const behind = CopyElements(*this, joined.elementType, joined.OwnData());
-        CopyElements(other, joined.elementType, behind);
-    }
-    return joined;
-}
-
-omu_PrimArray* omu_PrimArray::Concat(const omu_PrimSequence& other) const {
-    const auto* const array = dynamic_cast<const omu_PrimArray*>(&other);
-    return new omu_PrimArray(Joined(array ? *array : omu_PrimArray(other)));
-}
-
-omu_PrimArray* omu_PrimArray::Repeat(int count) const {
-    const std::int64_t times = std::max(count, 0);
-    omu_PrimArray repeated = WithLength(times * Length(), elementType);
-    repeated.pyType = pyType;
-    if (repeated.numElements > 0) {
-        char* target = repeated.OwnData();
-        for (std::int64_t i = 0; i < times; ++i) target = CopyElements(*this, elementType, target);
-    }
-    return new omu_PrimArray(repeated);
-}
-
 cow_String omu_PrimArray::TypeString() const { return "omu_PrimArray"; }
 
 cow_String omu_PrimArray::AsString(int) const {
@@ -569,11 +361,11 @@ void omu_PrimArray::AppendText(std::string& text, int dimension, const char*& el
         }
         AppendNumber(text, element, elementType);
         element += ConstGetItemSize();
+        if (static_cast<std::int64_t>(text.size()) > kMaxBytes) {
+            throw std::length_error("text of an array");
+        }
     }
     text += ']';
-    if (static_cast<std::int64_t>(text.size()) > kMaxBytes) {
-        throw std::length_error("text of an array");
-    }
 }
 
 int omu_PrimArray::FirstDifference(const omu_PrimArray& other) const noexcept {
@@ -629,86 +421,4 @@ omu_PrimNesting omu_PrimArray::Nesting() const noexcept {
     }
     nesting.nodes += numElements / elementsOfNode;
     return nesting;
-}
-
-// The form must be that of the elements which are there, before anything is made of it.
-template <class T>
-void omu_PrimArray::ReadElements(cls_ReadVisitor& visitor, std::span<const int> dimensions) {
-    const cow_List<T> elements = ReadList<T>(visitor, Stored<T>::kField);
-    if (BytesOf(dimensions, StridesOf(dimensions, sizeof(T))) !=
-        std::int64_t{elements.Length()} * std::int64_t{sizeof(T)}) {
-        Fail(atr("%d elements do not fill the extents", elements.Length()));
-    }
-    FromDimsAndData(dimensions, Stored<T>::kType, nullptr);
-    char* target = data.GetPtr()->Get();
-    elements.ForEachSpan([&target](std::span<const T> part) {
-        std::memcpy(target, part.data(), part.size_bytes());
-        target += part.size_bytes();
-    });
-}
-
-omu_PrimArray omu_PrimArray::FromRecord(cls_ReadVisitor& visitor) {
-    const int type = visitor.ReadEnumAsInt(kDataType);
-    omu_PrimArray array;
-    char code = array.pyType;
-    visitor.Read(kPyType, code);
-    const std::vector<int> dimensions = ToVector(ReadList<int>(visitor, kDims));
-    try {
-        if (type == omu_PrimNumber::INT) {
-            array.ReadElements<int>(visitor, dimensions);
-        } else if (type == omu_PrimNumber::FLOAT) {
-            array.ReadElements<float>(visitor, dimensions);
-        } else if (type == omu_PrimNumber::DOUBLE) {
-            array.ReadElements<double>(visitor, dimensions);
-        } else {
-            Fail(kForeignType);
-        }
-    } catch (const omu_ValueErrorException& refused) {
-        const cow_String text = refused.JournalMessage(KTSBasStringMode::Untranslated);
-        std::fprintf(stderr, "omu_PrimArray record refused: %s\n", text.Characters());
-        return {};
-    }
-    array.pyType = code;
-    return array;
-}
-
-omu_PrimArray::omu_PrimArray(cls_ReadVisitor& visitor) : omu_PrimArray(FromRecord(visitor)) {}
-
-template <class T>
-void omu_PrimArray::WriteElements(cls_WriteVisitor& visitor) const {
-    const auto body = visitor.MakeWriteObj(Stored<T>::kField, 0, cls_Uid());
-    const auto writer = body ? body->MakeWriteListPrim(T{}, 1) : nullptr;
-    if (writer) writer->Write(reinterpret_cast<const T*>(ConstGetData()), numElements);
-}
-
-void omu_PrimArray::DBWrite(cls_WriteVisitor& visitor) const {
-    visitor.WriteEnumAsInt(kDataType, elementType);
-    visitor.Write(kPyType, pyType);
-    if (const auto body = visitor.MakeWriteObj(kDims, 0, cls_Uid())) {
-        const auto writer = body->MakeWriteListPrim(int{}, 1);
-        if (writer) writer->Write(extents);
-    }
-    if (elementType == omu_PrimNumber::INT) {
-        WriteElements<int>(visitor);
-    } else if (elementType == omu_PrimNumber::FLOAT) {
-        WriteElements<float>(visitor);
-    } else {
-        WriteElements<double>(visitor);
-    }
-}
-
-void omu_PrimArray::InitializeMetadata(cls_ClassRegistrar& registrar) {
-    const auto list = [](cls_ClassMetadata& metadata, const cls_FieldHandle& field,
-                         cls_CollectionType type) {
-        metadata.AddAttribute(field.Name(), cls_KIND_COLLECTION, 0, type);
-    };
-    cls_ClassMetadata metadata =
-        omu_MetadataOf<omu_PrimArray>("omu_PrimArray", omu_PrimSequence::kTypeId);
-    metadata.AddAttribute(kDataType.Name(), cls_KIND_ENUM);
-    metadata.AddAttribute(kPyType.Name(), cls_KIND_CHAR);
-    list(metadata, kDims, cls_LIST_INT);
-    list(metadata, Stored<int>::kField, cls_LIST_INT);
-    list(metadata, Stored<float>::kField, cls_LIST_FLOAT);
-    list(metadata, Stored<double>::kField, cls_LIST_DOUBLE);
-    registrar.AddClass(metadata);
 }

@@ -151,6 +151,7 @@ class KTSOVUGEOM_API omu_PrimArray : public omu_PrimSequence {
     void FromDimsAndData(std::span<const int> dimensions, DataTypeEnm type, const void* source);
     void FromSequence(const omu_PrimSequence& sequence);
     [[nodiscard]] static omu_PrimArray FromRecord(cls_ReadVisitor& visitor);
+    void ShowCode(int code, DataTypeEnm type);
     template <class T>
     void ReadElements(cls_ReadVisitor& visitor, std::span<const int> dimensions);
     template <class T>

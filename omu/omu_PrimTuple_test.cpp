@@ -170,39 +170,32 @@ TEST(omu_PrimTuple, NestingIsBounded) {
     EXPECT_THROW(static_cast<void>(List(doubled).Concat(List(doubled))), omu_ValueErrorException);
 }
 
+template <class T>
+void ExpectConverts(bool (omu_PrimTuple::*as)(cow_List<T>&, cow_String&) const,
+                    const omu_PrimTuple& accepted, const cow_List<T>& expected,
+                    const omu_PrimTuple& refused, const char* word) {
+    cow_List<T> list;
+    cow_String found;
+    EXPECT_TRUE((accepted.*as)(list, found));
+    EXPECT_EQ(list, expected);
+    EXPECT_FALSE((refused.*as)(list, found));
+    EXPECT_EQ(found, word);
+    EXPECT_EQ(list, expected) << "untouched";
+}
+
 TEST(omu_PrimTuple, ConvertsAsAWholeOrNotAtAll) {
-    cow_String word;
-    cow_List<int> integers(7);
-    EXPECT_TRUE(Tuple(I(1), omu_PrimNumber(2u)).AsListInt(integers, word));
-    EXPECT_EQ(integers, cow_List<int>(1, 2));
-    EXPECT_FALSE(Tuple(I(1), N(2)).AsListInt(integers, word));
-    EXPECT_EQ(word, "sequence of Integers");
-    EXPECT_EQ(integers.Length(), 2) << "untouched";
-    cow_List<float> floats;
-    EXPECT_TRUE(Tuple(I(1), N(0.1)).AsListFloat(floats, word));
-    EXPECT_EQ(floats, cow_List<float>(1, 0.1f));
-    EXPECT_FALSE(Tuple(omu_PrimBoolean(true)).AsListFloat(floats, word));
-    EXPECT_EQ(word, "sequence of Floats");
-    cow_List<double> doubles;
-    EXPECT_TRUE(Tuple(omu_PrimNumber(4000000000u)).AsListDouble(doubles, word));
-    EXPECT_EQ(doubles, cow_List<double>(4e9));
-    EXPECT_FALSE(Tuple(S("1")).AsListDouble(doubles, word));
-    EXPECT_EQ(word, "sequence of Doubles");
-    cow_List<bool> booleans;
-    EXPECT_TRUE(Tuple(omu_OnOffConst(true), I(0)).AsListBool(booleans, word));
-    EXPECT_EQ(booleans, cow_List<bool>(true, false));
-    EXPECT_FALSE(Tuple(I(2)).AsListBool(booleans, word));
-    EXPECT_EQ(word, "sequence of Bool");
-    cow_List<cow_String> strings;
-    EXPECT_TRUE(List(omu_PrimTranslatedString("b"), S("a")).AsListString(strings, word));
-    EXPECT_EQ(strings, cow_List<cow_String>("b", "a"));
-    EXPECT_FALSE(Tuple(I(1)).AsListString(strings, word));
-    EXPECT_EQ(word, "sequence of Strings");
-    cow_List<atr_String> translated;
-    EXPECT_TRUE(Tuple(S("a")).AsListTranslatedString(translated, word));
-    EXPECT_FALSE(Tuple(omu_PrimNone()).AsListTranslatedString(translated, word));
-    EXPECT_EQ(word, "sequence of translated Strings");
-    EXPECT_EQ(translated, cow_List<atr_String>("a"));
+    ExpectConverts(&omu_PrimTuple::AsListInt, Tuple(I(1), omu_PrimNumber(2u)), cow_List<int>(1, 2),
+                   Tuple(I(1), N(2)), "sequence of Integers");
+    ExpectConverts(&omu_PrimTuple::AsListFloat, Tuple(I(1), N(0.1)), cow_List<float>(1, 0.1f),
+                   Tuple(omu_PrimBoolean(true)), "sequence of Floats");
+    ExpectConverts(&omu_PrimTuple::AsListDouble, Tuple(omu_PrimNumber(4000000000u)),
+                   cow_List<double>(4e9), Tuple(N(1), S("1")), "sequence of Doubles");
+    ExpectConverts(&omu_PrimTuple::AsListBool, Tuple(omu_OnOffConst(true), I(0)),
+                   cow_List<bool>(true, false), Tuple(I(2)), "sequence of Bool");
+    ExpectConverts(&omu_PrimTuple::AsListString, Tuple(omu_PrimTranslatedString("b"), S("a")),
+                   cow_List<cow_String>("b", "a"), Tuple(I(1)), "sequence of Strings");
+    ExpectConverts(&omu_PrimTuple::AsListTranslatedString, Tuple(S("a")), cow_List<atr_String>("a"),
+                   Tuple(omu_PrimNone()), "sequence of translated Strings");
 }
 
 TEST(omu_PrimTuple, ConvertsRowsOfOneLengthAndPairs) {
