@@ -90,9 +90,13 @@ class idb_RecordLayout {
 
     /// The field, or null.
     [[nodiscard]] const idb_FieldLayout* Find(std::string_view fieldName) const noexcept {
-        const idb_FieldLayout* found = lastFound ? lastFound->successor : nullptr;
-        if (!found || !found->name.Is(fieldName)) found = Search(fieldName);
-        if (found) lastFound = found;
+        const idb_FieldLayout* found = expected;
+        if (!found || !found->name.Is(fieldName)) {
+            found = Search(fieldName);
+            if (!found) return nullptr;
+        }
+        lastFound = found;
+        expected = found->successor;
         return found;
     }
     [[nodiscard]] std::size_t FixedSize() const noexcept { return fixedSize; }
@@ -109,6 +113,7 @@ class idb_RecordLayout {
     std::vector<std::string> names;
     std::vector<idb_FieldLayout> fields;
     mutable const idb_FieldLayout* lastFound = nullptr;
+    mutable const idb_FieldLayout* expected = nullptr;  ///< its successor
     std::size_t fixedSize = 0;
     std::size_t stringCount = 0;
     cls_CollectionType collectionType;
