@@ -2,6 +2,8 @@
 
 #include <iterator>
 
+#include "ann/annC_AnnotationClient.h"
+#include "ann/annC_AnnotationContainer.h"
 #include "ann/annC_Arrow.h"
 #include "ann/annC_Enumerations.h"
 #include "ann/annC_NamedAnchor.h"
@@ -30,10 +32,14 @@ constexpr typ_ArchRow kClasses[] = {
 static_assert(std::size(kClasses) == 9);
 
 constexpr cls_MetadataRow kMetadata[] = {
-    {&annC_Annotation::InitializeMetadata, 7},    {&annC_ViewportAnchor::InitializeMetadata, 7},
-    {&annC_Arrow::InitializeMetadata, 7},         {&annC_NamedAnchor::InitializeMetadata, 7},
-    {&annC_Point3DAnchor::InitializeMetadata, 7}, {&annC_Anchor::InitializeMetadata, 7},
+    {&annC_Annotation::InitializeMetadata, 7},
+    {&annC_ViewportAnchor::InitializeMetadata, 7},
+    {&annC_Arrow::InitializeMetadata, 7},
+    {&annC_NamedAnchor::InitializeMetadata, 7},
+    {&annC_Point3DAnchor::InitializeMetadata, 7},
+    {&annC_Anchor::InitializeMetadata, 7},
     {&annC_Text::InitializeMetadata, 7},
+    {&annC_AnnotationContainer::InitializeMetadata, 1},
 };
 
 constexpr cls_ModuleRegistration kRegistration(848,
@@ -58,6 +64,7 @@ void KTSOvuAnn_initialize(int& count) {
 
 void KTSOvuAnn_finalize(int& count) {
     if (!useCount.Lower(count)) return;
+    omi_SingletonBase<annC_AnnotationClient>::Finalize();
     kRegistration.Withdraw();
 }
 

@@ -3,6 +3,7 @@
 #include "ann/annC_Anchor.h"
 #include "ann/annC_Annotation.h"
 #include "ann/annC_Enumerations.h"
+#include "ann/annC_Font.h"
 #include "foundation/coreutils/cow_String.h"
 
 /// A text in a viewport, of any number of lines. The reference point, a position of the text's own
@@ -12,14 +13,10 @@
 ///
 /// A new text is empty, "White" on nothing, left-justified and without a box, at the bottom left.
 /// Colours and the font are names, kept as given: whoever draws the text falls back to white on
-/// black and the default font. The font is described by fields behind hyphens: the second is the
-/// family, then weight and slant, the eighth the size in tenths of a point; "*" and absent fields
-/// are those of the default font. A copy shares the anchors until one of the two writes its own.
+/// black and the default font (`annC_Font`). A copy shares the anchors until one of the two writes
+/// its own.
 class KTSOVUGEOM_API annC_Text final : public annC_Annotation {
   public:
-    /// The font of a new text: Verdana of 12 points.
-    static constexpr const char* kDefaultFont = "-*-verdana-medium-r-normal-*-*-120-";
-
     annC_Text();
     /// Reads the record of a text. A field that is absent or damaged has its default; a damaged one
     /// prints a line on standard error.
@@ -95,7 +92,7 @@ class KTSOVUGEOM_API annC_Text final : public annC_Annotation {
     annC_AnchorCow anchor;
     annC_AnchorCow referencePoint;
     double rotationAngle = 0;
-    cow_String font = kDefaultFont;
+    cow_String font = annC_Font::kDefault;
     cow_String color = "White";
     annC_BackgroundStyleEnm backgroundStyle = annC_BACKGROUND_TRANSPARENT;
     cow_String backgroundColor = "Black";

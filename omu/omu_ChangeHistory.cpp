@@ -32,9 +32,20 @@ omu_ChangeHistory& omu_ChangeHistory::Instance() {
     return *created;
 }
 
+void omu_ChangeHistory::StopRecording() {
+    isRecording = false;
+    changes.Clear();
+}
+
 void omu_ChangeHistory::addChange(const omu_Primitive& change) {
-    if (!change.IsType(omu_PrimTag::kTuple)) KTSBasThrow(omu_GenericTypeErrorException());
-    changes.Append(omu_PrimHandle(change.Copy()));
+    addChanges(cow_List<omu_PrimHandle>(omu_PrimHandle(change.Copy())));
+}
+
+void omu_ChangeHistory::addChanges(const cow_List<omu_PrimHandle>& posted) {
+    for (const omu_PrimHandle& change : posted) {
+        if (!change->IsType(omu_PrimTag::kTuple)) KTSBasThrow(omu_GenericTypeErrorException());
+    }
+    if (isRecording) changes.Concatenate(posted);
 }
 
 cow_List<omu_PrimHandle> omu_ChangeHistory::TakeChanges() {

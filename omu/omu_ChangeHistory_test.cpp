@@ -28,10 +28,14 @@ class Change : public omu_Primitive {
 TEST(omu_ChangeHistory, EachThreadTakesItsOwnChangesInOrder) {
     omu_ChangeHistory& own = omu_ChangeHistory::Instance();
     EXPECT_EQ(&own, &omu_ChangeHistory::Instance());
+    own.addChange(Change(0));
+    EXPECT_EQ(own.TakeChanges().Length(), 0) << "nobody follows";
+    own.StartRecording();
     own.addChange(Change(1));
     own.addChange(Change(2));
     EXPECT_THROW(own.addChange(omu_PrimNone()), omu_GenericTypeErrorException);
     std::thread([] {
+        omu_ChangeHistory::Instance().StartRecording();
         omu_ChangeHistory::Instance().addChange(Change(3));
         EXPECT_EQ(omu_ChangeHistory::Instance().TakeChanges().Length(), 1);
         omu_ChangeHistory::Instance().addChange(Change(4));
@@ -42,7 +46,12 @@ TEST(omu_ChangeHistory, EachThreadTakesItsOwnChangesInOrder) {
     EXPECT_TRUE(*taken[1] == Change(2));
     EXPECT_EQ(own.TakeChanges().Length(), 0);
     own.addChange(Change(5));
+    own.StopRecording();
+    own.StartRecording();
+    EXPECT_EQ(own.TakeChanges().Length(), 0);
+    own.addChange(Change(6));
     omu_ChangeHistory::FinalizeAll();
+    EXPECT_FALSE(omu_ChangeHistory::Instance().IsRecording());
     EXPECT_EQ(omu_ChangeHistory::Instance().TakeChanges().Length(), 0);
     omu_ChangeHistory::FinalizeAll();
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "foundation/shared/nex_Exception.h"
+#include "omu/omu_PrimTuple.h"
 #include "wip/KTSOvuWip.h"
 #include "wip/wip_InterruptedException.h"
 #include "wip/wip_TestReporter_test.h"

@@ -6,7 +6,9 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "ann/annC_AnnotationContainer.h"
 #include "ann/annC_Arrow.h"
 #include "ann/annC_NamedAnchor.h"
 #include "ann/annC_Point3DAnchor.h"
@@ -14,10 +16,14 @@
 #include "ann/annC_ViewportAnchor.h"
 #include "foundation/shared/bio_Ofilter.h"
 #include "idb/idb_Archive.h"
+#include "mdl/mdl_Repository.h"
+#include "omu/omu_ChangeHistory.h"
 
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
+using Names = std::vector<std::string>;
 
 template <class T>
 std::string Save(const T& object) {
@@ -81,7 +87,7 @@ TEST(annC_Archive, RecordsArePinned) {
     EXPECT_EQ(Save(annC_Arrow()).substr(0, 54), head + std::string(16, '\0') + strings);
     EXPECT_EQ(Save(annC_Text()).substr(9, 12), std::string(12, '\0')) << "box, rotationAngle";
     EXPECT_THAT(Save(annC_Text()),
-                HasSubstr(Text("Black") + Text("0") + Text(annC_Text::kDefaultFont) + Text("0") +
+                HasSubstr(Text("Black") + Text("0") + Text(annC_Font::kDefault) + Text("0") +
                           Text("") + Text("White")));
 }
 
@@ -162,6 +168,118 @@ TEST(annC_Archive, DamagedFieldsTakeTheirDefaults) {
     const auto withBox = LoadDamaged<annC_Text>(boxed, printed);
     EXPECT_TRUE(dynamic_cast<const annC_Text&>(*withBox).HasBox());
     EXPECT_EQ(Save(*withBox), boxed);
+}
+
+Names KeysOf(const annC_AnnotationContainer& container) {
+    Names names;
+    for (const cow_String& name : container.Keys()) names.emplace_back(name.View());
+    return names;
+}
+
+annC_AnnotationContainer Example() {
+    annC_AnnotationContainer container;
+    annC_Arrow arrow;
+    container.Insert("white", arrow);
+    arrow.SetColor("Red");
+    arrow.SetStartAnchor(annC_Point3DAnchor(1, 2, 3));
+    container.Insert("red", arrow);
+    container.Insert("plain", annC_Annotation());
+    container.Insert("", annC_Text());
+    return container;
+}
+
+TEST(annC_AnnotationContainerArchive, ComesBackInOrderAndSilently) {
+    const annC_AnnotationContainer container = Example();
+    omu_ChangeHistory::Instance().StartRecording();
+    const std::string bytes = Save(container);
+    idb_LoadFault fault;
+    const auto loaded = idb_LoadObject<annC_AnnotationContainer>(
+        bytes.data(), bytes.size(), annC_AnnotationContainer::TypeId(), fault);
+    ASSERT_NE(loaded, nullptr) << fault.text.Characters();
+    EXPECT_TRUE(*loaded == container);
+    EXPECT_THAT(KeysOf(*loaded), ElementsAre("", "plain", "red", "white"));
+    EXPECT_EQ(loaded->GetId("white"), 4);
+    EXPECT_EQ(Save(*loaded), bytes);
+    EXPECT_EQ(omu_ChangeHistory::Instance().TakeChanges().Length(), 0);
+    omu_ChangeHistory::Instance().StopRecording();
+
+    // Base part, names, annotations: the heads are each 9 bytes, and a null value is 5.
+    EXPECT_EQ(Save(annC_AnnotationContainer()).size(), 9u + 9 + 5 + 2 * (9 + 8));
+}
+
+TEST(annC_AnnotationContainerArchive, StandsAmongTheExtensionsOfAModel) {
+    mdl_Repository model;
+    EXPECT_TRUE(model.Insert("annotations", mdl_ExtensionHandle(Example().Copy())));
+    const std::string bytes = Save(model);
+    idb_LoadFault fault;
+    const auto loaded =
+        idb_LoadObject<mdl_Repository>(bytes.data(), bytes.size(), mdl_Repository::TypeId(), fault);
+    ASSERT_NE(loaded, nullptr) << fault.text.Characters();
+    const auto* const container =
+        dynamic_cast<const annC_AnnotationContainer*>(loaded->ConstGet("annotations"));
+    ASSERT_NE(container, nullptr);
+    EXPECT_TRUE(*container == Example());
+}
+
+/// A container as a record of other names and annotations than a container has.
+struct Records {
+    cow_List<cow_String> names;
+    std::vector<const annC_Annotation*> annotations;  ///< null: a null record
+
+    void DBWrite(cls_WriteVisitor& visitor) const {
+        if (const auto base = visitor.MakeBaseWriteObj(mdl_Extension::TypeId(), cls_Uid())) {
+            mdl_Extension().DBWrite(*base);
+        }
+        if (const auto body = visitor.MakeWriteObj("names", 0, cls_Uid())) {
+            body->MakeWriteListPrim(cow_String(), 1)->Write(names);
+        }
+        const auto body = visitor.MakeWriteObj("annotations", 0, cls_Uid());
+        const auto writer = body->MakeWriteListObj(1);
+        for (const annC_Annotation* const annotation : annotations) {
+            if (!annotation) {
+                writer->WriteNullObj();
+                continue;
+            }
+            annotation->DBWrite(*writer->MakeWriteObj(annotation->TypeId(), cls_Uid(), annotation));
+        }
+    }
+    [[nodiscard]] static std::uint32_t TypeId() { return annC_AnnotationContainer::TypeId(); }
+};
+
+TEST(annC_AnnotationContainerArchive, DamagedRecordsKeepWhatIsWhole) {
+    const annC_Arrow arrow;
+    const annC_Text text;
+    const struct {
+        Records records;
+        Names kept;
+        std::string printed;
+    } cases[] = {
+        {{{"a", "b", "c"}, {&arrow, &text}},
+         {"a", "b"},
+         "Error reading annotations: 1 names without one\n"},
+        {{{"a", "b", "a"}, {&arrow, nullptr, &text}},
+         {"a"},
+         "Error reading annotations: 1 names without one\n"
+         "Error reading annotations: 1 repeated names\n"},
+        {{cow_List<cow_String>("a"), {&arrow, &text, &text}},
+         {"a"},
+         "Error reading annotations: 2 without a name\n"},
+    };
+    for (const auto& damaged : cases) {
+        const std::string bytes = Save(damaged.records);
+        std::unique_ptr<annC_AnnotationContainer> loaded;
+        idb_LoadFault fault;
+        testing::internal::CaptureStderr();
+        static_cast<void>(idb_LoadRecord(
+            bytes.data(), bytes.size(), Records::TypeId(),
+            [&](cls_ReadVisitor& visitor) {
+                loaded = std::make_unique<annC_AnnotationContainer>(visitor);
+            },
+            fault));
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), damaged.printed);
+        ASSERT_NE(loaded, nullptr);
+        EXPECT_EQ(KeysOf(*loaded), damaged.kept);
+    }
 }
 
 }  // namespace
