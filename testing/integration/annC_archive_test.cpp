@@ -86,9 +86,8 @@ TEST(annC_Archive, RecordsArePinned) {
     const std::string strings = Text("White") + Text("0") + Text("0") + Text("1") + Text("8");
     EXPECT_EQ(Save(annC_Arrow()).substr(0, 54), head + std::string(16, '\0') + strings);
     EXPECT_EQ(Save(annC_Text()).substr(9, 12), std::string(12, '\0')) << "box, rotationAngle";
-    EXPECT_THAT(Save(annC_Text()),
-                HasSubstr(Text("Black") + Text("0") + Text(annC_Font::kDefault) + Text("0") +
-                          Text("") + Text("White")));
+    EXPECT_THAT(Save(annC_Text()), HasSubstr(Text("Black") + Text("0") + Text(annC_Font::kDefault) +
+                                             Text("0") + Text("") + Text("White")));
 }
 
 TEST(annC_Archive, EveryFieldComesBack) {
