@@ -155,7 +155,6 @@ omu_PrimArray::~omu_PrimArray() { omu_TracePrimArray("omu_PrimArray() destructor
 omu_PrimArray& omu_PrimArray::operator=(const omu_PrimArray& other) {
     omu_TracePrimArray("omu_PrimArray=() #%03d %s -> ##%03d\n", SerialNumber(),
                        typeCode2string(other.elementType), other.SerialNumber());
-    handedOut.clear();
     numDims = other.numDims;
     extents = other.extents;
     strides = other.strides;
@@ -163,6 +162,7 @@ omu_PrimArray& omu_PrimArray::operator=(const omu_PrimArray& other) {
     elementType = other.elementType;
     pyType = other.pyType;
     numElements = other.numElements;
+    handedOut.clear();  // last, since `other` may be one of them
     return *this;
 }
 
@@ -319,7 +319,8 @@ int omu_PrimArray::ConstGetInt(int i, int j, int k, int l) const {
 
 void omu_PrimArray::SetItem(const omu_PrimNumber& item, int i, int j, int k, int l) {
     const std::ptrdiff_t offset = ItemAddress(i, j, k, l) - ConstGetData();
-    Store(OwnData() + offset, elementType, item.AsDouble());
+    const double number = item.AsDouble();  // before objects that were handed out are dropped
+    Store(OwnData() + offset, elementType, number);
 }
 
 char* omu_PrimArray::OwnData() {

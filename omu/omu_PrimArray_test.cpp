@@ -207,6 +207,10 @@ TEST(omu_PrimArray, IsWrittenWithoutItsCopies) {
     EXPECT_EQ(b.Index(0)->AsString(0), "array([1, 1], 'i')");
     b = a;
     EXPECT_EQ(b.Index(0)->AsString(0), "array([0, 1], 'i')");
+    b = static_cast<const omu_PrimArray&>(*b.Index(1));
+    EXPECT_EQ(b.AsString(0), "array([2, 3], 'i')") << "one of its own objects";
+    b.SetItem(static_cast<const omu_PrimNumber&>(*b.Index(1)), 0);
+    EXPECT_EQ(b.AsString(0), "array([3, 3], 'i')");
 }
 
 std::size_t largestRequest = 0;

@@ -84,6 +84,10 @@ TEST(omu_PrimList, TakesAnElementOfItselfBeforeAnythingMoves) {
     EXPECT_EQ(list.Index(0)->AsString(0), "39");
     EXPECT_EQ(list.Index(1)->AsString(0), "1");
     EXPECT_EQ(list.Index(41)->AsString(0), "39");
+    list.Set(7, omu_PrimList());
+    list = static_cast<const omu_PrimList&>(*list.Index(7));
+    EXPECT_EQ(list.AsString(0), "[]");
+    EXPECT_EQ(list.Nesting().nodes, 1);
 }
 
 TEST(omu_PrimList, RefusedChangesLeaveTheListAsItWas) {

@@ -98,8 +98,8 @@ struct omu_PrimTuple::TextRules {
 omu_PrimTuple::omu_PrimTuple(char typeTag, const cow_List<omu_PrimHandle>& elements)
     : omu_PrimSequence(typeTag),
       size(elements.Length()),
-      primVector(elements),
-      nesting(NestingOf(elements)) {}
+      nesting(NestingOf(elements)),
+      primVector(elements) {}
 
 omu_PrimTuple::omu_PrimTuple(char typeTag, const omu_PrimTuple& other)
     : omu_PrimSequence(typeTag), primVector(other.primVector) {

@@ -162,7 +162,7 @@ class KTSOVUGEOM_API omu_PrimTuple : public omu_PrimSequence {
     void RequireIndex(int index, int end) const;
     void AppendText(std::string& text, const TextRules& rules) const;
 
-    cow_List<omu_PrimHandle> primVector;
     omu_PrimNesting nesting;
     cow_String nestedErrorStr;
+    cow_List<omu_PrimHandle> primVector;  ///< assigned last: the source may be one of its elements
 };
