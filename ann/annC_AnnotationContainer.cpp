@@ -19,8 +19,7 @@ constexpr cls_FieldHandle kAnnotations("annotations");
 
 using Container = annC_AnnotationContainer;
 
-/// The tuples of one operation. They are posted at once, before the operation's change takes its
-/// place without a throw: so either both happen or neither.
+/// The tuples of one operation.
 class Changes {
   public:
     void Insert(const cow_String& name, int index) { Add(Container::kInsert, name, index); }
@@ -33,6 +32,17 @@ class Changes {
         Insert(name, index);
     }
     void Post() const { omu_ChangeHistory::Instance().addChanges(tuples); }
+    /// Posts the tuples and makes the change that they tell of: both, or neither when it throws.
+    template <class Change>
+    void PostAnd(Change&& change) const {
+        Post();
+        try {
+            change();
+        } catch (...) {
+            omu_ChangeHistory::Instance().Withdraw(tuples.Length());
+            throw;
+        }
+    }
 
   private:
     static omu_PrimHandle Item(const cow_String& text) {
@@ -143,16 +153,15 @@ annC_AnnotationContainer& annC_AnnotationContainer::operator=(
     if (!table.Identical(other.table)) {
         const cow_List<cow_String> oldNames = Keys();
         const annC_ListPairStringAnnotation pairs = other.table->Pairs();
-        annC_MapString2AnnotationCow changed = table;
+        annC_MapString2AnnotationCowImpl changed = *table;
         Changes changes;
         for (const cow_String& name : oldNames) changes.Remove(name);
-        changed.Get()->Clear();
+        changed.Clear();
         for (int i = pairs.Length() - 1; i >= 0; --i) {
-            changed.Get()->InsertFront(pairs[i].name, pairs[i].annotation);
+            changed.InsertFront(pairs[i].name, pairs[i].annotation);
             changes.Insert(pairs[i].name, 0);
         }
-        changes.Post();
-        table = changed;
+        changes.PostAnd([&] { *table.Get() = changed; });
     }
     mdl_Extension::operator=(other);
     return *this;
@@ -214,34 +223,25 @@ bool annC_AnnotationContainer::Insert(const cow_String& name, annC_Annotation* a
         table.Get()->Get(id) = annotation;
         return true;
     }
-    annC_MapString2AnnotationCow changed = table;
-    changed.Get()->InsertFront(name, annotation);
     Changes changes;
     changes.Insert(name, 0);
-    changes.Post();
-    table = changed;
+    changes.PostAnd([&] { table.Get()->InsertFront(name, annotation); });
     return true;
 }
 
 bool annC_AnnotationContainer::Remove(const cow_String& name) {
     const int id = GetId(name);
     if (id == 0) return false;
-    annC_MapString2AnnotationCow changed = table;
-    changed.Get()->Remove(id);
     Changes changes;
     changes.Remove(name);
-    changes.Post();
-    table = changed;
+    changes.PostAnd([&] { table.Get()->Remove(id); });
     return true;
 }
 
 void annC_AnnotationContainer::Clear() {
-    annC_MapString2AnnotationCow changed = table;
-    changed.Get()->Clear();
     Changes changes;
     for (const cow_String& name : Keys()) changes.Remove(name);
-    changes.Post();
-    table = changed;
+    changes.PostAnd([this] { table.Get()->Clear(); });
 }
 
 bool annC_AnnotationContainer::ChangeKey(const cow_String& oldName, const cow_String& newName) {
@@ -249,24 +249,20 @@ bool annC_AnnotationContainer::ChangeKey(const cow_String& oldName, const cow_St
     if (id == 0) return false;
     if (oldName == newName) return true;
     if (IsMember(newName)) return false;
-    annC_MapString2AnnotationCow changed = table;
-    changed.Get()->Rename(id, newName);
     Changes changes;
     changes.Rename(oldName, newName, table->IndexOf(id));
-    changes.Post();
-    table = changed;
+    changes.PostAnd([&] { table.Get()->Rename(id, newName); });
     return true;
 }
 
 // Order.
 
 bool annC_AnnotationContainer::MoveTo(const cow_String& name, int from, int to) {
-    annC_MapString2AnnotationCow changed = table;
-    if (from != to) changed.Get()->Move(from, to);
     Changes changes;
     changes.Move(name, to);
-    changes.Post();
-    table = changed;
+    changes.PostAnd([&] {
+        if (from != to) table.Get()->Move(from, to);
+    });
     return true;
 }
 

@@ -34,7 +34,9 @@ int annC_MapString2AnnotationCowImpl::SlotOf(int id) const {
             count = half;
         }
     }
-    return first < entries.Length() && entries.UncheckedConstGet(first).id == id ? first : -1;
+    if (first == entries.Length()) return -1;
+    const Entry& found = entries.UncheckedConstGet(first);
+    return found.id == id && found.annotation.HasValue() ? first : -1;
 }
 
 int annC_MapString2AnnotationCowImpl::FirstOf(int hash) const {
@@ -78,21 +80,46 @@ annC_AnnotationCow& annC_MapString2AnnotationCowImpl::Get(int id) {
 
 void annC_MapString2AnnotationCowImpl::InsertFront(const cow_String& name,
                                                    const annC_AnnotationCow& annotation) {
-    order.Prepend(Add(name, annotation));
+    Add(
+        name, annotation, [this](int id) { order.Prepend(id); }, [this] { order.RemoveFirst(); });
 }
 
 void annC_MapString2AnnotationCowImpl::Append(const cow_String& name,
                                               const annC_AnnotationCow& annotation) {
-    order.Append(Add(name, annotation));
+    Add(
+        name, annotation, [this](int id) { order.Append(id); }, [this] { order.RemoveLast(); });
 }
 
-int annC_MapString2AnnotationCowImpl::Add(const cow_String& name,
-                                          const annC_AnnotationCow& annotation) {
+// Undoing an addition frees what it has just made and so cannot fail.
+template <class Place, class Unplace>
+void annC_MapString2AnnotationCowImpl::Add(const cow_String& name,
+                                           const annC_AnnotationCow& annotation, Place place,
+                                           Unplace unplace) {
     if (lastId == INT_MAX) throw std::length_error("annotations");
-    Entry entry{{name, annotation}, lastId + 1, 0};
-    entries.Append(entry);
-    Link(entry.id);
-    return ++lastId;
+    if (entries.Length() > 2 * Size()) DropRemoved();
+    const int id = lastId + 1;
+    entries.Append({{name, annotation}, id, 0});
+    try {
+        place(id);
+        try {
+            Link(id);
+        } catch (...) {
+            unplace();
+            throw;
+        }
+    } catch (...) {
+        entries.RemoveLast();
+        throw;
+    }
+    lastId = id;
+}
+
+void annC_MapString2AnnotationCowImpl::DropRemoved() {
+    cow_List<Entry> kept;
+    for (const Entry& entry : entries) {
+        if (entry.annotation.HasValue()) kept.Append(entry);
+    }
+    entries = kept;
 }
 
 void annC_MapString2AnnotationCowImpl::Link(int id) {
@@ -118,25 +145,34 @@ void annC_MapString2AnnotationCowImpl::Unlink(int id) {
 }
 
 void annC_MapString2AnnotationCowImpl::Rename(int id, const cow_String& name) {
-    Unlink(id);
-    entries.Get(SlotOf(id)).name = name;
-    Link(id);
+    annC_MapString2AnnotationCowImpl renamed(*this);
+    renamed.Unlink(id);
+    renamed.entries.Get(SlotOf(id)).name = name;
+    renamed.Link(id);
+    *this = renamed;
 }
 
 void annC_MapString2AnnotationCowImpl::Move(int from, int to) {
-    const int id = order.ConstGet(from);
-    order.RemoveIndex(from);
-    order.InsertIndex(to, id);
+    cow_List<int> moved = order;
+    moved.RemoveIndex(from);
+    moved.InsertIndex(to, order.ConstGet(from));
+    order = moved;
 }
 
+// All that can fail comes first.
 void annC_MapString2AnnotationCowImpl::Remove(int id) {
+    const annC_AnnotationCow none;
+    cow_List<int> others = order;
+    others.RemoveIndex(IndexOf(id));
+    Entry& entry = entries.Get(SlotOf(id));
     Unlink(id);
-    order.RemoveIndex(IndexOf(id));
-    entries.RemoveIndex(SlotOf(id));
+    entry.name = cow_String();
+    entry.annotation = none;
+    order = others;
 }
 
 void annC_MapString2AnnotationCowImpl::Clear() {
-    entries.Clear();
-    order.Clear();
-    firstOf.Clear();
+    annC_MapString2AnnotationCowImpl empty;
+    empty.lastId = lastId;
+    *this = empty;
 }

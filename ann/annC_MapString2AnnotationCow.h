@@ -21,9 +21,9 @@ using annC_ListPairStringAnnotation = cow_List<annC_PairStringAnnotation>;
 /// one gets after it.
 ///
 /// A copy costs a few increments. Finding an entry by name compares one name or few, however many
-/// there are; by id it halves the entries; its place in the order is searched for among numbers.
-/// Ids and indices that are passed in are those of entries. A change that throws may leave the
-/// table half changed: make it in a copy.
+/// there are; by id it halves the entries; its place in the order is searched for among numbers. An
+/// insertion in front is amortised O(1), the other changes copy a sixteenth of the table. Ids and
+/// indices that are passed in are those of entries. What throws leaves the table as it was.
 class KTSOVUGEOM_API annC_MapString2AnnotationCowImpl {
   public:
     annC_MapString2AnnotationCowImpl() = default;
@@ -41,8 +41,8 @@ class KTSOVUGEOM_API annC_MapString2AnnotationCowImpl {
     /// Number of names that `GetId(name)` compares, for tests and diagnosis.
     [[nodiscard]] int NamesCompared(const cow_String& name) const;
 
-    /// Adds an entry with a new id in front of or behind all others; `name` is not there yet. After
-    /// 2^31 - 1 insertions it throws `std::length_error`.
+    /// Adds an entry with a new id in front of or behind all others; `name` is not there yet and
+    /// `annotation` not null. After 2^31 - 1 insertions it throws `std::length_error`.
     void InsertFront(const cow_String& name, const annC_AnnotationCow& annotation);
     void Append(const cow_String& name, const annC_AnnotationCow& annotation);
     /// The annotation of entry `id` for writing; private to this table until the next copy.
@@ -56,7 +56,8 @@ class KTSOVUGEOM_API annC_MapString2AnnotationCowImpl {
     void Clear();
 
   private:
-    /// Entries whose names have the same hash form a chain by their ids.
+    /// Entries whose names have the same hash form a chain by their ids. One that was removed has
+    /// no annotation and stands in no chain.
     struct Entry : annC_PairStringAnnotation {
         int id = 0;
         int next = 0;  ///< id of the next one in the chain; 0: none
@@ -64,9 +65,12 @@ class KTSOVUGEOM_API annC_MapString2AnnotationCowImpl {
 
     [[nodiscard]] int SlotOf(int id) const;
     [[nodiscard]] int FirstOf(int hash) const;
-    int Add(const cow_String& name, const annC_AnnotationCow& annotation);
+    template <class Place, class Unplace>
+    void Add(const cow_String& name, const annC_AnnotationCow& annotation, Place place,
+             Unplace unplace);
     void Link(int id);
     void Unlink(int id);
+    void DropRemoved();
 
     cow_List<Entry> entries;    ///< by ascending id
     cow_List<int> order;        ///< ids in drawing order

@@ -48,6 +48,10 @@ void omu_ChangeHistory::addChanges(const cow_List<omu_PrimHandle>& posted) {
     if (isRecording) changes.Concatenate(posted);
 }
 
+void omu_ChangeHistory::Withdraw(int count) {
+    if (isRecording) changes.Resize(changes.Length() - count);
+}
+
 cow_List<omu_PrimHandle> omu_ChangeHistory::TakeChanges() {
     const cow_List<omu_PrimHandle> taken = changes;
     changes.Clear();

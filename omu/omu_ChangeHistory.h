@@ -23,6 +23,8 @@ class KTSOVUGEOM_API omu_ChangeHistory {
     void addChange(const omu_Primitive& change);
     /// Posts the tuples `posted`, all of them or, when it raises, none.
     void addChanges(const cow_List<omu_PrimHandle>& posted);
+    /// Takes the last `count` changes back: what they tell of did not come about.
+    void Withdraw(int count);
     /// The changes posted since they were last taken, the oldest first; the history is empty then.
     [[nodiscard]] cow_List<omu_PrimHandle> TakeChanges();
 

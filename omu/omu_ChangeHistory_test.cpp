@@ -33,6 +33,8 @@ TEST(omu_ChangeHistory, EachThreadTakesItsOwnChangesInOrder) {
     own.StartRecording();
     own.addChange(Change(1));
     own.addChange(Change(2));
+    own.addChange(Change(2));
+    own.Withdraw(1);
     EXPECT_THROW(own.addChange(omu_PrimNone()), omu_GenericTypeErrorException);
     std::thread([] {
         omu_ChangeHistory::Instance().StartRecording();
