@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "cow/cow_DetachCount.h"
 #include "mdl/mdl_Archive_test.h"
 
 namespace {
@@ -42,39 +41,27 @@ TEST(mdl_JaggedArray, RowsEndWhereTheNextOnesStart) {
             const std::span<const double> span = array.Row(row);
             ASSERT_EQ(static_cast<int>(span.size()), array.RowLength(row));
             EXPECT_EQ(array.RowList(row).Length(), array.RowLength(row));
-            for (int column = 0; column < array.RowLength(row); ++column) {
-                EXPECT_EQ(
-                    &span[static_cast<std::size_t>(column)],
-                    &array.Values()[static_cast<std::size_t>(array.ConstGet(row, column) - 1)]);
+            if (!span.empty()) {
+                EXPECT_EQ(array.ConstGet(row, 0), span.front());
+                EXPECT_EQ(array.RowList(row).Last(), span.back());
             }
         }
     }
-    const mdl_JaggedArray zeros(3, 2);
+    mdl_JaggedArray zeros(3, 2);
     EXPECT_EQ(Lengths(zeros), "0 0 2 ");
-    EXPECT_EQ(zeros.ConstGet(2, 1), 0);
+    const mdl_JaggedArray copy = zeros;
+    zeros.Get(2, 1) = 7;
+    EXPECT_EQ(copy.ConstGet(2, 1), 0);
+    EXPECT_FALSE(copy == zeros);
     EXPECT_EQ(mdl_JaggedArray(-1, -1).Rows(), 0);
     EXPECT_EQ(mdl_JaggedArray(-1, -1), mdl_JaggedArray());
-}
-
-TEST(mdl_JaggedArray, CopiesShareUntilOneIsWritten) {
-    mdl_JaggedArray array(1, 3);
-    cow_ResetDetachCounts();
-    const mdl_JaggedArray copy = array;
-    EXPECT_EQ(&copy.Values()[0], &array.Values()[0]);
-    array.Get(0, 1) = 7;
-    EXPECT_EQ(cow_DetachCounts().detaches, 1);
-    EXPECT_EQ(array.ConstGet(0, 1), 7);
-    EXPECT_EQ(copy.ConstGet(0, 1), 0);
-    EXPECT_FALSE(copy == array);
 }
 
 TEST(mdl_JaggedArrayDeathTest, EndsTheProcessOutsideARow) {
     const mdl_JaggedArray array(2, 3);
     EXPECT_DEATH(static_cast<void>(array.ConstGet(0, 0)), "");
-    EXPECT_DEATH(static_cast<void>(array.ConstGet(1, 3)), "");
     EXPECT_DEATH(static_cast<void>(array.ConstGet(1, -1)), "");
     EXPECT_DEATH(static_cast<void>(array.Row(2)), "");
-    EXPECT_DEATH(static_cast<void>(mdl_JaggedArray().RowLength(0)), "");
 }
 
 TEST(mdl_JaggedArray, ComesBackFromItsRecordWithItsOffsets) {

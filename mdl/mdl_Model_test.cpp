@@ -1,6 +1,5 @@
 #include "mdl/mdl_Model.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -35,41 +34,29 @@ TEST(mdl_Model, RestartIncrementIsNegative) {
 }
 
 TEST(mdl_Model, CommandsAnswerTheirNames) {
-    static_assert(mdl_Model::nameCmd() == omn_FixedString("name"));
-    const std::string names[] = {
-        mdl_Model::absoluteZeroCmd().Characters(),
-        mdl_Model::aquaAnalysisCmd().Characters(),
-        mdl_Model::copyConnectorsCmd().Characters(),
-        mdl_Model::copyConstraintsCmd().Characters(),
-        mdl_Model::copyInteractionsCmd().Characters(),
-        mdl_Model::descriptionCmd().Characters(),
-        mdl_Model::endRestartStepCmd().Characters(),
-        mdl_Model::fluidMassDensityCmd().Characters(),
-        mdl_Model::globalJobCmd().Characters(),
-        mdl_Model::gravitationalConstantCmd().Characters(),
-        mdl_Model::keywordBlockCmd().Characters(),
-        mdl_Model::lastChangedCountCmd().Characters(),
-        mdl_Model::modelTypeCmd().Characters(),
-        mdl_Model::nameCmd().Characters(),
-        mdl_Model::restartIncrementCmd().Characters(),
-        mdl_Model::restartJobCmd().Characters(),
-        mdl_Model::restartStepCmd().Characters(),
-        mdl_Model::seabedElevationCmd().Characters(),
-        mdl_Model::shellToSolidCmd().Characters(),
-        mdl_Model::steadyCurrentDataCmd().Characters(),
-        mdl_Model::stefanBoltzmannCmd().Characters(),
-        mdl_Model::stillFluidSurfaceElevationCmd().Characters(),
-        mdl_Model::universalGasCmd().Characters(),
-        mdl_Model::waveFormulationCmd().Characters(),
-    };
-    EXPECT_THAT(names,
-                testing::ElementsAre(
-                    "absoluteZero", "aquaAnalysis", "copyConnectors", "copyConstraints",
-                    "copyInteractions", "description", "endRestartStep", "fluidMassDensity",
-                    "globalJob", "gravitationalConstant", "keywordBlock", "lastChangedCount",
-                    "modelType", "name", "restartIncrement", "restartJob", "restartStep",
-                    "seabedElevation", "shellToSolid", "steadyCurrentData", "stefanBoltzmann",
-                    "stillFluidSurfaceElevation", "universalGas", "waveFormulation"));
+    using M = mdl_Model;
+    static_assert(M::nameCmd() == omn_FixedString("name"));
+    std::string names;
+    for (const omn_FixedString name : {M::absoluteZeroCmd(),     M::aquaAnalysisCmd(),
+                                       M::copyConnectorsCmd(),   M::copyConstraintsCmd(),
+                                       M::copyInteractionsCmd(), M::descriptionCmd(),
+                                       M::endRestartStepCmd(),   M::fluidMassDensityCmd(),
+                                       M::globalJobCmd(),        M::gravitationalConstantCmd(),
+                                       M::keywordBlockCmd(),     M::lastChangedCountCmd(),
+                                       M::modelTypeCmd(),        M::nameCmd(),
+                                       M::restartIncrementCmd(), M::restartJobCmd(),
+                                       M::restartStepCmd(),      M::seabedElevationCmd(),
+                                       M::shellToSolidCmd(),     M::steadyCurrentDataCmd(),
+                                       M::stefanBoltzmannCmd(),  M::stillFluidSurfaceElevationCmd(),
+                                       M::universalGasCmd(),     M::waveFormulationCmd()}) {
+        names.append(name.Characters()).append(" ");
+    }
+    EXPECT_EQ(names,
+              "absoluteZero aquaAnalysis copyConnectors copyConstraints copyInteractions "
+              "description endRestartStep fluidMassDensity globalJob gravitationalConstant "
+              "keywordBlock lastChangedCount modelType name restartIncrement restartJob "
+              "restartStep seabedElevation shellToSolid steadyCurrentData stefanBoltzmann "
+              "stillFluidSurfaceElevation universalGas waveFormulation ");
 }
 
 TEST(mdl_Model_Kept, PrintSettingsBeginWithAnUnderscore) {

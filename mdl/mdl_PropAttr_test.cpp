@@ -74,33 +74,29 @@ TEST(mdl_PropAttr, RecordsArePinned) {
 
 TEST(mdl_PropAttr, DamagedRecordsKeepWhatTheyCan) {
     const test_MdlModule module;
+    const struct {
+        const char* record;  // of a list of integers, up to its count
+        mdl_PropStateEnm state;
+        const char* lines;
+    } cases[] = {
+        {"03000000'SET' 00000000 01 00000000 01000000", mdl_INVALID,
+         "Error reading attribute: no state is named 'SET'\n"},
+        {"05000000'FREED' 00000000 01 00000000 01000000", mdl_FREED, ""},
+        {"09000000'UNCHANGED' 00000000 01 00000000 ffffff7f", mdl_UNCHANGED,
+         "Error reading stream: 2147483647 elements expected, 8 bytes left\n"},
+    };
     std::string lines;
-    const auto unknown = test_LoadDamaged<mdl_PropInt>(
-        test_Parse("10000a00 01 00000000 07000000 03000000'SET'"), lines);
-    EXPECT_EQ(unknown->State(), mdl_INVALID);
-    EXPECT_EQ(unknown->ConstGetValue(), 0);
-    EXPECT_EQ(lines, "Error reading attribute: no state is named 'SET'\n");
-
-    const auto unset = test_LoadDamaged<mdl_PropInt>(
-        test_Parse("10000a00 01 00000000 07000000 05000000'FREED'"), lines);
-    EXPECT_EQ(unset->State(), mdl_FREED);
-    EXPECT_EQ(unset->ConstGetValue(), 0) << "a value that the state has no room for";
-    EXPECT_EQ(lines, "");
-
+    for (const auto& c : cases) {
+        const auto list = test_LoadDamaged<mdl_PropListInt>(
+            test_Parse(std::string("13000a00 01 00000000") + c.record + "01000000 01000000"),
+            lines);
+        EXPECT_EQ(list->State(), c.state);
+        EXPECT_TRUE(list->ConstGetValue().IsEmpty());
+        EXPECT_EQ(lines, c.lines);
+    }
     const auto any = test_LoadDamaged<mdl_PropBool>(
         test_Parse("0f000a00 01 00000000 00010000 09000000'UNCHANGED'"), lines);
     EXPECT_TRUE(any->ConstGetValue()) << "any bit makes a truth value";
-
-    // A count beyond the stream.
-    const auto list = test_LoadDamaged<mdl_PropListInt>(
-        test_Parse("13000a00 01 00000000 09000000'UNCHANGED' 00000000 01 00000000"
-                   "ffffff7f 01000000 01000000"),
-        lines);
-    EXPECT_EQ(list->ConstGetValue().Length(), 0);
-    EXPECT_EQ(list->State(), mdl_UNCHANGED);
-    EXPECT_EQ(lines, "Error reading stream: 2147483647 elements expected, 8 bytes left\n");
-
-    // A null record and one of an unrelated class among jagged arrays.
     const auto jagged = test_LoadDamaged<mdl_PropList1DArrayListFloat>(
         test_Parse("17000a00 01 00000000 09000000'UNCHANGED' 05002300 01 00000000"
                    "02000000 01000000 01000000 00"
@@ -109,27 +105,15 @@ TEST(mdl_PropAttr, DamagedRecordsKeepWhatTheyCan) {
     ASSERT_EQ(jagged->ConstGetValue().Length(), 1);
     EXPECT_EQ(jagged->ConstGetValue().First().Rows(), 1);
     EXPECT_EQ(lines, "Error reading attribute: 1 of 2 arrays are missing\n");
-}
 
-/// An attribute whose value a registrar of its own describes as a list of another type.
-TEST(mdl_PropAttr, ACollectionOfAnotherTypeGivesAnEmptyList) {
-    const test_MdlModule module;
     cls_ClassRegistrar other;
-    cls_ClassMetadata metadata("mdl_PropListInt", mdl_PropListInt::TypeId(),
-                               &mdl_PropListInt::Ctor);
-    metadata.AddAttribute("val", cls_KIND_COLLECTION, 0, cls_LIST_DOUBLE)
-        .AddAttribute("state", cls_KIND_ENUM);
-    other.AddClass(metadata);
-    const test_Bytes bytes = test_Save(mdl_PropListInt(cow_List<int>(1, 2)));
-    testing::internal::CaptureStderr();
-    idb_LoadFault fault;
-    mdl_PropListInt read;
-    static_cast<void>(idb_LoadRecord(
-        bytes.data(), bytes.size(), mdl_PropListInt::TypeId(),
-        [&read](cls_ReadVisitor& visitor) { read = mdl_PropListInt(visitor); }, fault, other));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "error getting ReadListPrim for int collection type: 52\n");
-    EXPECT_EQ(read, mdl_PropListInt(cow_List<int>()));
+    other.AddClass(cls_ClassMetadata("mdl_PropListInt", mdl_PropListInt::TypeId())
+                       .AddAttribute("val", cls_KIND_COLLECTION, 0, cls_LIST_DOUBLE)
+                       .AddAttribute("state", cls_KIND_ENUM));
+    const auto list = test_LoadDamaged<mdl_PropListInt>(
+        test_Save(mdl_PropListInt(cow_List<int>(1, 2))), lines, other);
+    EXPECT_EQ(lines, "error getting ReadListPrim for int collection type: 52\n");
+    EXPECT_EQ(*list, mdl_PropListInt(cow_List<int>()));
 }
 
 TEST(mdl_PropAttr, ValueAndStateBelongTogether) {
@@ -144,32 +128,32 @@ TEST(mdl_PropAttr, ValueAndStateBelongTogether) {
     static_assert(!std::is_constructible_v<mdl_PropBool, const char*>);
 }
 
-TEST(mdl_PropagationStatus, NamesStandInTheirOrder) {
-    std::string statuses, states;
-    for (int i = -1; i <= 17; ++i) {
-        statuses += mdl_NameOf(static_cast<mdl_PropagationStatusEnm>(i)) + std::string(" ");
+template <class Enumeration>
+std::string Names(int count) {
+    std::string names;
+    for (int i = -1; i <= count; ++i) {
+        const auto value = static_cast<Enumeration>(i);
+        names += mdl_NameOf(value) + std::string(" ");
+        Enumeration found{};
+        EXPECT_EQ(mdl_Find(mdl_NameOf(value), found), i >= 0 && i < count);
+        EXPECT_EQ(found, i >= 0 && i < count ? value : Enumeration{});
     }
-    EXPECT_EQ(statuses,
+    return names;
+}
+
+TEST(mdl_PropagationStatus, NamesStandInTheirOrder) {
+    EXPECT_EQ(Names<mdl_PropagationStatusEnm>(17),
               " NOT_YET_ACTIVE CREATED PROPAGATED MODIFIED DEACTIVATED NO_LONGER_ACTIVE "
               "TYPE_NOT_APPLICABLE INSTANCE_NOT_APPLICABLE BUILT_INTO_BASE_STATE "
               "PROPAGATED_FROM_BASE_STATE MODIFIED_FROM_BASE_STATE DEACTIVATED_FROM_BASE_STATE "
               "BUILT_INTO_MODES COMPUTED PROPAGATED_FROM_COMPUTED RESET_TO_INITIAL "
               "PROPAGATED_FROM_FREQUENCY  ");
-    for (int i = -1; i <= 7; ++i) {
-        states += mdl_NameOf(static_cast<mdl_PropStateEnm>(i)) + std::string(" ");
-    }
-    EXPECT_EQ(states, " UNSET UNCHANGED FREED NOT_APPLICABLE INVALID ABS_DEFAULT COMP_DEFAULT  ");
-    mdl_PropagationStatusEnm status = mdl_CREATED;
-    EXPECT_TRUE(mdl_Find("COMPUTED", status));
-    EXPECT_EQ(status, mdl_COMPUTED);
-    EXPECT_FALSE(mdl_Find("computed", status));
-    EXPECT_FALSE(mdl_Find("", status));
-    EXPECT_EQ(status, mdl_COMPUTED);
+    EXPECT_EQ(Names<mdl_PropStateEnm>(7),
+              " UNSET UNCHANGED FREED NOT_APPLICABLE INVALID ABS_DEFAULT COMP_DEFAULT  ");
 }
 
-/// What `SetStatus` makes of an attribute with (5) or without a value: state and value, or "-".
-std::string Outcome(bool hasValue, int status, bool acceptsDerived) {
-    mdl_PropInt attribute = hasValue ? mdl_PropInt(5) : mdl_PropInt();
+/// The state that `SetStatus` gives to an attribute with the value 5 or none; "-" when it refuses.
+std::string Outcome(mdl_PropInt attribute, int status, bool acceptsDerived) {
     const mdl_PropInt before = attribute;
     try {
         attribute.SetStatus("depth", static_cast<mdl_PropagationStatusEnm>(status), acceptsDerived);
@@ -178,38 +162,32 @@ std::string Outcome(bool hasValue, int status, bool acceptsDerived) {
         EXPECT_EQ(attribute, before);
         return "-";
     }
-    return mdl_NameOf(attribute.State()) + std::string(attribute.ConstGetValue() == 5 ? " 5" : "");
+    EXPECT_EQ(attribute.ConstGetValue(), attribute.HasValue() ? 5 : 0);
+    return mdl_NameOf(attribute.State());
 }
 
 TEST(mdl_PropAttr, FollowsTheStatus) {
-    // By status: with a value (plain, derived), without one (plain, derived).
-    const char* const expected[][4] = {
-        {"UNSET", "UNSET", "UNSET", "UNSET"},
-        {"UNCHANGED 5", "UNCHANGED 5", "-", "-"},
-        {"UNCHANGED 5", "UNCHANGED 5", "-", "-"},
-        {"UNCHANGED 5", "UNCHANGED 5", "-", "-"},
-        {"FREED", "FREED", "FREED", "FREED"},
-        {"FREED", "FREED", "FREED", "FREED"},
-        {"NOT_APPLICABLE", "NOT_APPLICABLE", "NOT_APPLICABLE", "NOT_APPLICABLE"},
-        {"NOT_APPLICABLE", "NOT_APPLICABLE", "NOT_APPLICABLE", "NOT_APPLICABLE"},
-        {"-", "UNCHANGED 5", "-", "-"},
-        {"-", "UNCHANGED 5", "-", "-"},
-        {"-", "UNCHANGED 5", "-", "-"},
-        {"-", "FREED", "-", "FREED"},
-        {"-", "UNCHANGED 5", "-", "-"},
-        {"-", "COMP_DEFAULT 5", "-", "-"},
-        {"-", "UNCHANGED 5", "-", "-"},
-        {"ABS_DEFAULT 5", "ABS_DEFAULT 5", "-", "-"},
-        {"-", "UNCHANGED 5", "-", "-"},
+    // By status: the state, and whether it is accepted: with a value, plain (v) and derived (d),
+    // and without one (V, D).
+    const struct {
+        const char* state;
+        const char* accepted;
+    } rules[] = {
+        {"UNSET", "vdVD"},          {"UNCHANGED", "vd--"},      {"UNCHANGED", "vd--"},
+        {"UNCHANGED", "vd--"},      {"FREED", "vdVD"},          {"FREED", "vdVD"},
+        {"NOT_APPLICABLE", "vdVD"}, {"NOT_APPLICABLE", "vdVD"}, {"UNCHANGED", "-d--"},
+        {"UNCHANGED", "-d--"},      {"UNCHANGED", "-d--"},      {"FREED", "-d-D"},
+        {"UNCHANGED", "-d--"},      {"COMP_DEFAULT", "-d--"},   {"UNCHANGED", "-d--"},
+        {"ABS_DEFAULT", "vd--"},    {"UNCHANGED", "-d--"},
     };
-    for (int status = 0; status < 17; ++status) {
+    for (int status = -1; status <= 17; ++status) {
+        const bool isKnown = status >= 0 && status < 17;
         for (int i = 0; i < 4; ++i) {
-            EXPECT_EQ(Outcome(i < 2, status, i % 2 == 1), expected[status][i])
+            const bool isAccepted = isKnown && rules[status].accepted[i] != '-';
+            EXPECT_EQ(Outcome(i < 2 ? mdl_PropInt(5) : mdl_PropInt(), status, i % 2 == 1),
+                      isAccepted ? rules[status].state : "-")
                 << status << " " << i;
         }
-    }
-    for (const int status : {-1, 17, std::numeric_limits<int>::min()}) {
-        for (int i = 0; i < 4; ++i) EXPECT_EQ(Outcome(i < 2, status, i % 2 == 1), "-");
     }
 }
 
@@ -220,30 +198,18 @@ cow_String Shouted(const cow_String& text) {
 }
 
 TEST(mdl_PropAttr, RefusesAStatusWithTheNameAsData) {
-    const cow_List<int> values(1, 2);
-    mdl_PropListInt attribute(values);
-    try {
-        attribute.SetStatus("50%s", mdl_COMPUTED, false);
-        FAIL();
-    } catch (const nex_Exception& refused) {
-        EXPECT_EQ(refused.JournalMessage(KTSBasStringMode::Translated),
-                  "Invalid propagation status for '50%s' attribute.");
-        EXPECT_STREQ(refused.PythonType(), "CorvixError");
-        EXPECT_GT(refused.Line(), 0);
-    }
-    EXPECT_EQ(attribute, mdl_PropListInt(values));
+    mdl_PropListInt attribute(cow_List<int>(1, 2));
     attribute.SetStatus("50%s", mdl_DEACTIVATED, true);
-    EXPECT_EQ(attribute.State(), mdl_FREED);
     EXPECT_EQ(attribute.ConstGetValue().Length(), 0);
-    EXPECT_EQ(values.Length(), 2);
-
     const atr_Catalogue before = atr_SetCatalogue(&Shouted);
     try {
         attribute.SetStatus("50%s", mdl_MODIFIED, true);
-        FAIL();
+        ADD_FAILURE();
     } catch (const nex_Exception& refused) {
         EXPECT_EQ(refused.JournalMessage(KTSBasStringMode::Translated),
                   "Status passt nicht: 50%s!");
+        EXPECT_STREQ(refused.PythonType(), "CorvixError");
+        EXPECT_GT(refused.Line(), 0);
     }
     atr_SetCatalogue(before);
 }
