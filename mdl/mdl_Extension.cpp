@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <deque>
 
 #include "cow/cow_MapLoader.h"
 #include "foundation/coreutils/atr_String.h"
@@ -25,16 +26,42 @@ mdl_Extension::Value ReadValue(cls_ReadVisitor& visitor) {
                                                             omu_Primitive::kTypeId);
 }
 
-int DepthOf(const mdl_Extension::Value& value) {
-    return value.HasValue() ? value->Nesting().depth : 0;
+int DepthOf(const omu_Primitive* value) { return value ? value->Nesting().depth : 0; }
+
+struct Entry {
+    cow_String name;
+    mdl_ExtensionHandle extension;
+};
+
+std::deque<Entry> ReadEntries(cls_ReadVisitor& visitor, const cls_FieldHandle& field) {
+    std::deque<Entry> entries;
+    const auto body = visitor.MakeReadObj(field);
+    const auto reader = body ? body->MakeReadMapString2Obj() : nullptr;
+    constexpr cls_CowAdopt adopt = &cls_AdoptCow<mdl_ExtensionHandle, mdl_Extension>;
+    int tooDeep = 0;
+    while (reader && reader->Next()) {
+        const auto extension =
+            cls_HandleOf<mdl_ExtensionHandle>(reader->ReadObjCow(mdl_Extension::TypeId(), adopt));
+        // Records nest only so deep, but a reference may stand for an object of any depth.
+        if (extension.HasValue() && extension->Depth() > kDeepestBuilt) {
+            ++tooDeep;
+        } else {
+            entries.push_back({reader->Key(), extension});
+        }
+    }
+    if (tooDeep > 0) {
+        std::fputs(atr("Error reading extensions: %d nested too deep\n", tooDeep).Characters(),
+                   stderr);
+    }
+    return entries;
 }
 
 }  // namespace
 
-mdl_Extension::mdl_Extension(cls_ReadVisitor& visitor) : value(ReadValue(visitor)) {}
+mdl_Extension::mdl_Extension(cls_ReadVisitor& visitor) : value(Held(ReadValue(visitor))) {}
 
 mdl_Extension::mdl_Extension(BasePart, cls_ReadVisitor& record) {
-    if (const auto base = record.MakeBaseReadObj()) value = ReadValue(*base);
+    if (const auto base = record.MakeBaseReadObj()) value = Held(ReadValue(*base));
 }
 
 mdl_Extension::~mdl_Extension() = default;
@@ -44,7 +71,7 @@ mdl_Extension* mdl_Extension::Copy() const { return CopyWithUid(*this); }
 std::uint32_t mdl_Extension::DynTypeId() const noexcept { return TypeId(); }
 
 void mdl_Extension::DBWrite(cls_WriteVisitor& visitor) const {
-    cls_WriteCow(visitor, kValue, value);
+    cls_WriteCow(visitor, kValue, value ? *value : Value());
 }
 
 void mdl_Extension::WriteBasePart(cls_WriteVisitor& record) const {
@@ -53,11 +80,11 @@ void mdl_Extension::WriteBasePart(cls_WriteVisitor& record) const {
     }
 }
 
-int mdl_Extension::Depth() const { return 1 + DepthOf(value); }
+int mdl_Extension::Depth() const { return 1 + DepthOf(ConstGetValue()); }
 
 bool mdl_Extension::SetValue(const Value& given) {
-    if (levelsAbove > 0 && levelsAbove + 1 + DepthOf(given) > kMaxDepth) return false;
-    value = given;
+    if (levelsAbove > 0 && levelsAbove + 1 + DepthOf(given.ConstGet()) > kMaxDepth) return false;
+    value = Held(given);
     return true;
 }
 
@@ -91,27 +118,14 @@ void mdl_WriteExtensions(cls_WriteVisitor& visitor, const cls_FieldHandle& field
 }
 
 mdl_ExtensionMap mdl_ReadExtensions(cls_ReadVisitor& visitor, const cls_FieldHandle& field) {
-    const auto body = visitor.MakeReadObj(field);
-    const auto reader = body ? body->MakeReadMapString2Obj() : nullptr;
-    if (!reader) return {};
-    constexpr cls_CowAdopt adopt = &cls_AdoptCow<mdl_ExtensionHandle, mdl_Extension>;
-    cow_MapLoader<cow_String, mdl_ExtensionHandle> loader(reader->Size() * kStepsPerEntry +
-                                                          kStepsFree);
-    int tooDeep = 0;
-    while (reader->Next()) {
-        const auto extension =
-            cls_HandleOf<mdl_ExtensionHandle>(reader->ReadObjCow(mdl_Extension::TypeId(), adopt));
-        // Records nest only so deep, but a reference may stand for an object of any depth.
-        if (extension.HasValue() && extension->Depth() > kDeepestBuilt) {
-            ++tooDeep;
-        } else if (!loader.Insert(reader->Key(), extension)) {
-            std::fputs("Error reading extensions: names out of a map's order\n", stderr);
-            break;
-        }
-    }
-    if (tooDeep > 0) {
-        std::fputs(atr("Error reading extensions: %d nested too deep\n", tooDeep).Characters(),
-                   stderr);
+    // What the reader holds is gone before the map takes its place, and the entries go one by one.
+    std::deque<Entry> entries = ReadEntries(visitor, field);
+    cow_MapLoader<cow_String, mdl_ExtensionHandle> loader(
+        static_cast<std::int64_t>(entries.size()) * kStepsPerEntry + kStepsFree);
+    for (; !entries.empty(); entries.pop_front()) {
+        if (loader.Insert(entries.front().name, entries.front().extension)) continue;
+        std::fputs("Error reading extensions: names out of a map's order\n", stderr);
+        break;
     }
     return loader.Take();
 }

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
 #include "cow/KTSOvuGeomExport.h"
 #include "cow/cow_ArrayCOW.h"
 #include "cow/cow_Map.h"
+#include "foundation/alloc/mem_Alloc.h"
 #include "foundation/coreutils/cow_String.h"
 #include "foundation/coreutils/typ_ArchCompTable.h"
 #include "foundation/shared/cls_FieldHandle.h"
@@ -42,11 +44,11 @@ class KTSOVUGEOM_API mdl_Extension {
     /// Without a value.
     mdl_Extension() = default;
     /// Shares `initial`, which may be null.
-    explicit mdl_Extension(const Value& initial) : value(initial) {}
+    explicit mdl_Extension(const Value& initial) : value(Held(initial)) {}
     /// Reads the record of an extension, with a new identity.
     explicit mdl_Extension(cls_ReadVisitor& visitor);
     /// Shares the value, under a new identity.
-    mdl_Extension(const mdl_Extension& other) : value(other.value) {}
+    mdl_Extension(const mdl_Extension& other) : value(other.value ? Held(*other.value) : nullptr) {}
 
     virtual ~mdl_Extension();
     /// A copy of the same class with the same identity; new, owned by the caller.
@@ -61,8 +63,10 @@ class KTSOVUGEOM_API mdl_Extension {
     /// The value or null, for reading or for writing. `GetValue` makes it private; what is written
     /// through its pointer, which is valid until the extension is changed or copied, is not held to
     /// `kMaxDepth`: a model that is too deep is refused when it is saved.
-    [[nodiscard]] const omu_Primitive* ConstGetValue() const noexcept { return value.ConstGet(); }
-    [[nodiscard]] omu_Primitive* GetValue() { return value.Get(); }
+    [[nodiscard]] const omu_Primitive* ConstGetValue() const noexcept {
+        return value ? value->ConstGet() : nullptr;
+    }
+    [[nodiscard]] omu_Primitive* GetValue() { return value ? value->Get() : nullptr; }
     /// Shares `given`, which may be null. False, and nothing is changed, when the extension stands
     /// in repositories that would become deeper than `kMaxDepth`.
     bool SetValue(const Value& given);
@@ -80,6 +84,12 @@ class KTSOVUGEOM_API mdl_Extension {
     static void CowDtor(void* extension);
     static void InitializeMetadata(cls_ClassRegistrar& registrar);
 
+    /// From the small cells of the allocator: archives may hold many extensions without content.
+    static void* operator new(std::size_t bytes) { return mem_OperatorNewTinyThrow(bytes); }
+    static void operator delete(void* storage, std::size_t bytes) noexcept {
+        mem_OperatorDeleteTiny(storage, bytes);
+    }
+
   protected:
     /// Selects the constructor that reads the base part of a derived class's record.
     struct BasePart {};
@@ -89,7 +99,7 @@ class KTSOVUGEOM_API mdl_Extension {
 
     /// Shares the value; the identity stays that of the target.
     mdl_Extension& operator=(const mdl_Extension& other) {
-        value = other.value;
+        value = other.value ? Held(*other.value) : nullptr;
         return *this;
     }
     /// What `Copy()` answers: a copy of `source` with its identity.
@@ -103,7 +113,11 @@ class KTSOVUGEOM_API mdl_Extension {
   private:
     friend class mdl_Repository;
 
-    Value value;
+    [[nodiscard]] static std::unique_ptr<Value> Held(const Value& handle) {
+        return handle.HasValue() ? std::make_unique<Value>(handle) : nullptr;
+    }
+
+    std::unique_ptr<Value> value;  ///< null without a value
     cls_Uid uid = cls_Uid::AllocateUid();
     int levelsAbove = 0;  ///< repositories that this one was handed out of for writing
 };
