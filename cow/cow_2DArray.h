@@ -9,6 +9,7 @@
 
 #include "cow/cow_COW.h"
 #include "cow/cow_RaiseOutOfRange.h"
+#include "cow/cow_TinyAllocated.h"
 #include "foundation/alloc/mem_Alloc.h"
 
 /// A table of rows x columns elements of any copyable `T`, row by row in one piece of storage,
@@ -55,12 +56,13 @@ class cow_2DArray {
 
   private:
     /// The elements of one or more arrays.
-    struct Storage {
+    struct Storage : cow_TinyAllocated<Storage> {
         explicit Storage(std::size_t n) : elements(Allocate(n)), size(n) {
             std::uninitialized_value_construct_n(elements.get(), n);
             elements.get_deleter().size = n;
         }
-        Storage(const Storage& other) : elements(Allocate(other.size)), size(other.size) {
+        Storage(const Storage& other)
+            : cow_TinyAllocated<Storage>(), elements(Allocate(other.size)), size(other.size) {
             std::uninitialized_copy_n(other.elements.get(), size, elements.get());
             elements.get_deleter().size = size;
         }

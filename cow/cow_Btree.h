@@ -5,6 +5,7 @@
 
 #include "cow/cow_BtreeNode.h"
 #include "cow/cow_List.h"
+#include "foundation/coreutils/omi_Allocator.h"
 
 template <class K, class V>
 class cow_BtreeIterator;
@@ -96,7 +97,7 @@ class cow_BtreeIterator {
     void Step(int side);
 
     cow_BtreeNodeLink<K, V> root;
-    std::vector<const Node*> path;  ///< from the root to the current node
+    std::vector<const Node*, omi_Allocator<const Node*>> path;  ///< from the root to the current
 };
 
 /// Lists of what a tree holds, in ascending order of the keys.

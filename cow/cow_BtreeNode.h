@@ -6,8 +6,8 @@
 #include <type_traits>
 
 #include "cow/cow_COW.h"
-#include "cow/detail/cow_Dismantle.h"
-#include "cow/detail/cow_TinyAllocated.h"
+#include "cow/cow_Dismantler.h"
+#include "cow/cow_TinyAllocated.h"
 #include "foundation/coreutils/cow_String.h"
 
 template <class K, class V>
@@ -19,14 +19,14 @@ using cow_BtreeNodeLink = cow_COW<cow_BtreeNode<K, V>, cow_Direct<cow_BtreeNode<
 
 /// One entry of a `cow_Btree` and the subtrees of the smaller and of the larger keys.
 template <class K, class V>
-class cow_BtreeNode : public cow_detail::TinyAllocated<cow_BtreeNode<K, V>> {
+class cow_BtreeNode : public cow_TinyAllocated<cow_BtreeNode<K, V>> {
   public:
     using Link = cow_BtreeNodeLink<K, V>;
 
     cow_BtreeNode(const K& newKey, const V& newValue) : key(newKey), value(newValue) {}
     cow_BtreeNode(const cow_BtreeNode&) = default;
     cow_BtreeNode& operator=(const cow_BtreeNode&) = delete;
-    ~cow_BtreeNode() { cow_detail::Dismantler<cow_BtreeNode, Link>::DestroyBelow(*this); }
+    ~cow_BtreeNode() { cow_Dismantler<cow_BtreeNode, Link>::DestroyBelow(*this); }
 
     [[nodiscard]] static Link& LinkOf(cow_BtreeNode& node, int side) noexcept {
         return side == 0 ? node.left : node.right;

@@ -5,10 +5,8 @@
 
 #include "cow/cow_Counter.h"
 
-namespace cow_detail {
 template <class Node, class Link>
-class Dismantler;
-}
+class cow_Dismantler;
 
 /// A counted handle: a pointer to a `T` that it owns together with all copies of itself, and a
 /// pointer to their common counter.
@@ -104,7 +102,7 @@ class cow_CountedHld {
 
   private:
     template <class Node, class Link>
-    friend class cow_detail::Dismantler;
+    friend class cow_Dismantler;
     static cow_Counter* NewCounter(T* adopted) {
         std::unique_ptr<T> owner(adopted);
         cow_Counter* counter = new cow_Counter;

@@ -30,6 +30,8 @@ class cow_ListBlock {
     cow_ListBlock(const cow_ListBlock&) = delete;
     cow_ListBlock& operator=(const cow_ListBlock&) = delete;
 
+    [[nodiscard]] T* Storage() const noexcept { return storage; }
+
     cow_Counter count;
 
   private:
@@ -48,9 +50,7 @@ class cow_ListBlock {
     static cow_ListBlock* Take(Group* group, int elements) noexcept;
 
     std::int32_t place;  ///< index in the group, or `ungrouped`
-
-  public:
-    T* const storage;
+    T* storage;
 };
 
 template <class T>

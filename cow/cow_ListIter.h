@@ -8,8 +8,8 @@ template <class T>
 class cow_ListIter {
   public:
     explicit cow_ListIter(const cow_List<T>& walked) noexcept
-        : list(walked), left(walked.length), slot(walked.start & (walked.BlockSize() - 1)) {
-        if (left > 0) block = list.table[list.start >> list.blockShift];
+        : list(walked), left(walked.Length()) {
+        if (left > 0) Enter();
     }
 
     /// True past the last element.
@@ -17,17 +17,20 @@ class cow_ListIter {
     /// Goes on to the next element; nothing once done.
     void Next() noexcept {
         if (left == 0 || --left == 0) return;
-        if (++slot == list.BlockSize()) {
-            slot = 0;
-            block = list.table[(list.start + list.length - left) >> list.blockShift];
-        }
+        if (++slot == list.storage.BlockSize()) Enter();
     }
     /// The element. REQUIRES: not `IsDone()`.
-    [[nodiscard]] const T& Current() const noexcept { return block->storage[slot]; }
+    [[nodiscard]] const T& Current() const noexcept { return block->Storage()[slot]; }
 
   private:
+    /// Goes to the block of the first of the elements left.
+    void Enter() noexcept {
+        block = list.storage.BlockOf(list.Length() - left);
+        slot = list.storage.SlotOf(list.Length() - left);
+    }
+
     cow_List<T> list;
     const cow_ListBlock<T>* block = nullptr;
     int left;
-    int slot;
+    int slot = 0;
 };

@@ -342,16 +342,6 @@ TEST(cow_List, HintsDecideBlocksAndTable) {
     EXPECT_EQ(cow_List<int>(cow_ListFill(), 1000, 3).Layout().blockShift, 6);
 }
 
-TEST(cow_List, TheFirstWriteRoundsAHintedTable) {
-    cow_List<int> list = cow_List<int>::WithSizeHint(5000);
-    list.Append(1);
-    EXPECT_EQ(list.Layout().blockSlots, 16);
-    EXPECT_EQ(list.Layout().blockShift, 9);
-    list.Resize(0);
-    EXPECT_EQ(list.Layout().blockShift, 4);
-    EXPECT_EQ(list.Layout().blockSlots, 0);
-}
-
 TEST(cow_List, ConstructorsTakeOneToFiveElements) {
     EXPECT_TRUE(Holds(cow_List<int>(5), {5}));
     EXPECT_TRUE(Holds(cow_List<int>(5, 6), {5, 6}));
@@ -484,6 +474,16 @@ TEST(cow_RaiseOutOfRange_Kept, IndexErrorsEndTheProcessSilently) {
     EXPECT_DEATH(empty.RemoveFirst(), "^$");
     EXPECT_DEATH(list.InsertIndex(4, 1), "^$");
     EXPECT_DEATH(list.InsertIndex(-1, 1), "^$");
+}
+
+TEST(cow_List_Kept, OfAHintOnlyTheBlockSizeLasts) {
+    cow_List<int> list = cow_List<int>::WithSizeHint(5000);
+    list.Append(1);
+    EXPECT_EQ(list.Layout().blockSlots, 16);
+    EXPECT_EQ(list.Layout().blockShift, 9);
+    list.Resize(0);
+    EXPECT_EQ(list.Layout().blockShift, 4);
+    EXPECT_EQ(list.Layout().blockSlots, 0);
 }
 
 TEST(cow_List_Kept, ResizeNeverAddsElements) {

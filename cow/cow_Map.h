@@ -4,12 +4,13 @@
 #include <vector>
 
 #include "cow/cow_COW.h"
+#include "cow/cow_Dismantler.h"
 #include "cow/cow_KeyPath.h"
 #include "cow/cow_List.h"
 #include "cow/cow_RaiseOutOfRange.h"
-#include "cow/detail/cow_Dismantle.h"
-#include "cow/detail/cow_TinyAllocated.h"
+#include "cow/cow_TinyAllocated.h"
 #include "foundation/coreutils/cow_Forward.h"
+#include "foundation/coreutils/omi_Allocator.h"
 
 template <class K, class V>
 class cow_ConstMapIterator;
@@ -18,14 +19,14 @@ class cow_MapLoader;
 
 /// One entry of a `cow_Map` and the subtrees below it; a copy shares the subtrees.
 template <class K, class V>
-class cow_MapNode : public cow_detail::TinyAllocated<cow_MapNode<K, V>> {
+class cow_MapNode : public cow_TinyAllocated<cow_MapNode<K, V>> {
   public:
     using Link = cow_COW<cow_MapNode, cow_Direct<cow_MapNode>>;
 
     cow_MapNode(const K& newKey, const V& newValue) : key(newKey), value(newValue) {}
     cow_MapNode(const cow_MapNode&) = default;
     cow_MapNode& operator=(const cow_MapNode&) = delete;
-    ~cow_MapNode() { cow_detail::Dismantler<cow_MapNode, Link>::DestroyBelow(*this); }
+    ~cow_MapNode() { cow_Dismantler<cow_MapNode, Link>::DestroyBelow(*this); }
 
     [[nodiscard]] static Link& LinkOf(cow_MapNode& node, int side) noexcept {
         return node.child[side];
@@ -122,7 +123,8 @@ class cow_ConstMapIterator {
   private:
     cow_Map<K, V> map;
     const cow_MapNode<K, V>* current;
-    std::vector<const cow_MapNode<K, V>*> pending;  ///< subtrees by child 1 still to be visited
+    /// Subtrees by child 1 still to be visited.
+    std::vector<const cow_MapNode<K, V>*, omi_Allocator<const cow_MapNode<K, V>*>> pending;
 };
 
 template <class K, class V>

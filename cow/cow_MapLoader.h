@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cow/cow_Map.h"
+#include "foundation/coreutils/omi_Allocator.h"
 
 /// Builds a map from entries that come one after another, as from a stream, and gives up when it
 /// takes too many steps.
@@ -47,6 +48,8 @@ class cow_MapLoader<cow_String, V> {
   private:
     using Node = cow_MapNode<cow_String, V>;
     using KeyPath = cow_KeyPath<cow_String>;
+    template <class Element>
+    using Vector = std::vector<Element, omi_Allocator<Element>>;
 
     /// Keys that may share a place in the hash table by chance.
     static constexpr int freeProbes = 64;
@@ -59,10 +62,10 @@ class cow_MapLoader<cow_String, V> {
     void GrowTable();
 
     cow_Map<cow_String, V> map;
-    std::vector<Node*> path;         ///< from the root to the entry before
-    std::vector<std::int8_t> sides;  ///< which child each but the last of the path goes on by
-    std::vector<int> onesInSides;    ///< the levels where that is child 1
-    std::vector<Node*> known;        ///< hash table with linear probing, a power of two long
+    Vector<Node*> path;         ///< from the root to the entry before
+    Vector<std::int8_t> sides;  ///< which child each but the last of the path goes on by
+    Vector<int> onesInSides;    ///< the levels where that is child 1
+    Vector<Node*> known;        ///< hash table with linear probing, a power of two long
     std::int64_t stepsLeft;
 };
 
@@ -150,7 +153,7 @@ std::size_t cow_MapLoader<cow_String, V>::PlaceOf(const KeyPath& key) const noex
 
 template <class V>
 void cow_MapLoader<cow_String, V>::GrowTable() {
-    std::vector<Node*> old(std::max<std::size_t>(16, known.size() * 2));
+    Vector<Node*> old(std::max<std::size_t>(16, known.size() * 2));
     known.swap(old);
     for (Node* const node : old) {
         if (!node) continue;

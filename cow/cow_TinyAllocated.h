@@ -4,12 +4,10 @@
 
 #include "foundation/alloc/mem_Alloc.h"
 
-namespace cow_detail {
-
 /// Base of nodes: their storage comes from the tiny cells of the allocator. `Node` is the derived
 /// class; one that needs more than the cells' alignment of 8 bytes takes ordinary storage.
 template <class Node>
-class TinyAllocated {
+class cow_TinyAllocated {
   public:
     static void* operator new(std::size_t bytes) {
         static_assert(alignof(Node) <= alignof(std::max_align_t));
@@ -23,5 +21,3 @@ class TinyAllocated {
         }
     }
 };
-
-}  // namespace cow_detail

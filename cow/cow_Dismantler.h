@@ -4,14 +4,12 @@
 
 #include "cow/cow_CountedHld.h"
 
-namespace cow_detail {
-
 /// Destroys everything below a node that is being destroyed, without recursion and without memory:
 /// a chain of 100,000 nodes would overflow the stack of nested destructors.
 ///
 /// `Node` has two links, `Node::LinkOf(node, 0)` and `(node, 1)`, of the handle type `Link`.
 template <class Node, class Link>
-class Dismantler {
+class cow_Dismantler {
   public:
     static void DestroyBelow(Node& node) noexcept {
         Node* pending = nullptr;
@@ -50,5 +48,3 @@ class Dismantler {
 
     static Node*& ReferentOf(Link& link) noexcept { return link.referent; }
 };
-
-}  // namespace cow_detail
