@@ -243,10 +243,16 @@ inline int cow_List<T>::CheckIndex(int i) const noexcept {
 template <class T>
 template <class Use>
 void cow_List<T>::ForEachSpan(Use&& use) const {
-    for (int i = 0, n = Length(); i < n;) {
-        const std::span<const T> span = storage.SpanFrom(i);
-        use(span);
-        i += static_cast<int>(span.size());
+    const int n = Length();
+    int walked = 0;
+    for (std::span<const T> span; walked < n; use(span)) {
+        span = {};
+        do {
+            const std::span<const T> next = storage.SpanFrom(walked);
+            if (!span.empty() && next.data() != span.data() + span.size()) break;
+            span = span.empty() ? next : std::span(span.data(), span.size() + next.size());
+            walked += static_cast<int>(next.size());
+        } while (walked < n);
     }
 }
 

@@ -22,17 +22,21 @@ struct cow_ListLayout {
     int start = 0;       ///< position of element 0 in the concatenation of all blocks
 };
 
-/// The counter of a list's block table, and where elements can be appended without looking at the
-/// table: while the list is shorter than `appendEnd`, the table and the last block are private, and
-/// element i goes to the address `appendBase` + i * sizeof(T).
+/// The counter of a list's block table and what else belongs to the table: where elements can be
+/// appended without looking at it. While the list is shorter than `appendEnd`, the table and the
+/// last block are private, and element i goes to the address `appendBase` + i * sizeof(T).
 class cow_ListTableHead : public cow_Counter {
   public:
     std::int32_t appendEnd = 0;
     std::uintptr_t appendBase = 0;
+    std::int32_t room = 0;  ///< entries that the storage of the table has room for
 };
 
 /// Where the elements of a `cow_List` lie: blocks of 2^`blockShift` elements in a table of pointers
 /// to them. Copies share the table, and tables that were copied share the blocks.
+///
+/// Blocks whose storage lies in a row are read as one run, without the way through their headers:
+/// 16 small blocks of one slot group, or a single larger block.
 ///
 /// A position counts from element 0 and may be -1 or the length where room is made for a new
 /// element. Nothing is checked here; what is written must be private before (`DetachTable`,
@@ -71,9 +75,7 @@ class cow_ListStorage {
         return static_cast<int>(PositionOf(i)) & (BlockSize() - 1);
     }
     /// The elements from `i` on that lie side by side.
-    [[nodiscard]] std::span<T> SpanFrom(int i) const noexcept {
-        return {Slot(i), static_cast<std::size_t>(std::min(BlockSize() - SlotOf(i), length - i))};
-    }
+    [[nodiscard]] std::span<T> SpanFrom(int i) const noexcept;
     /// The element at `i` after making the table and its block private.
     [[nodiscard]] T& Writable(int i);
 
@@ -119,7 +121,8 @@ class cow_ListStorage {
     using Passed = std::conditional_t<std::is_trivially_copyable_v<T> && sizeof(T) <= sizeof(void*),
                                       T, const T&>;
     static constexpr int defaultShift = 4;
-    static constexpr int slotGroup = 16;
+    static constexpr int slotGroupShift = 4;
+    static constexpr int slotGroup = 1 << slotGroupShift;
     static constexpr std::size_t largestGroupBytes = std::size_t{1} << 16;
 
     void Initialize(int sizeHint);
@@ -133,8 +136,27 @@ class cow_ListStorage {
     }
     [[nodiscard]] T* Slot(int i) const noexcept {
         const std::uint32_t position = PositionOf(i);
+        const int runShift = blockShift + RunBlockShift();
+        if (T* const run = RunOf(static_cast<int>(position >> runShift))) [[likely]] {
+            return run + (position & ((1u << runShift) - 1));
+        }
         return table[position >> blockShift]->Storage() + (position & ((1u << blockShift) - 1));
     }
+    /// A run is of 2^`RunBlockShift()` blocks.
+    [[nodiscard]] int RunBlockShift() const noexcept {
+        return blockShift == defaultShift ? slotGroupShift : 0;
+    }
+    [[nodiscard]] int RunBlocks() const noexcept { return 1 << RunBlockShift(); }
+    /// Runs in a table of so many entries.
+    [[nodiscard]] int RunCount(int slots) const noexcept {
+        return (slots + RunBlocks() - 1) >> RunBlockShift();
+    }
+    /// Where run `run` begins; null unless all its blocks are there and their headers and their
+    /// storage each lie in a row. These pointers stand before the table, backwards.
+    [[nodiscard]] T*& RunOf(int run) const noexcept {
+        return RunsEnd()[-1 - static_cast<std::ptrdiff_t>(run)];
+    }
+    [[nodiscard]] T** RunsEnd() const noexcept { return reinterpret_cast<T**>(table); }
     /// Number of blocks that the positions up to `end` in the block space take.
     [[nodiscard]] std::int64_t BlocksUpTo(std::int64_t end) const noexcept {
         return (end + BlockSize() - 1) >> blockShift;
@@ -146,10 +168,28 @@ class cow_ListStorage {
     /// Blocks whose positions all fit in 32 bits with one to spare behind them.
     [[nodiscard]] int BlockLimit() const noexcept { return INT_MAX >> blockShift; }
 
-    static Block** NewTable(int slots);
+    [[nodiscard]] static int RoomFor(int slots) noexcept;
+    [[nodiscard]] Block** NewTable(int room) const;
+    void FreeTable() noexcept;
     void CopyTable();
+    void MoveTable(int room);
     void GrowTable(int slots);
     void ShrinkTable(int slots) noexcept;
+    void PutBlock(int index, Block* block) noexcept;
+    void MarkRuns(int first, int last) noexcept;
+    void MarkAllRuns() noexcept;
+    void ShareBlocks() const noexcept;
+    /// Whether the slot group that begins at entry `first` is a run of 16 blocks. Its headers are
+    /// then counted without looking at the table, which a large list does often enough to matter.
+    [[nodiscard]] bool IsRunOfGroup(int first) const noexcept {
+        return RunBlocks() == slotGroup && RunOf(first >> slotGroupShift);
+    }
+    using EachOfGroup = std::make_integer_sequence<int, slotGroup>;
+    template <int... i>
+    static void ShareRun(Block* headers, std::integer_sequence<int, i...>) noexcept;
+    /// Takes one reference from each block of a run; true when one of them has none left.
+    template <int... i>
+    static bool UnshareRun(Block* headers, std::integer_sequence<int, i...>) noexcept;
     [[nodiscard]] bool MustSlide(std::int64_t n) const noexcept;
     void SlideDown() noexcept;
 
@@ -161,7 +201,7 @@ class cow_ListStorage {
     void ReleaseEmptyBlocks(std::int64_t first) noexcept;
     /// A new block for entry `index`, one of `wanted` in a row.
     [[nodiscard]] Block* MakeBlock(int index, int wanted);
-    int AddBlocks(int index);
+    int AddBlocks(int index, int wanted);
     /// Puts a private copy of the first `keep` slots' elements in place of block `index`.
     void CopyBlock(int index, int keep);
     [[gnu::noinline]] void AppendSlow(Passed x);
@@ -219,19 +259,33 @@ void cow_ListStorage<T>::Initialize(int sizeHint) {
         shiftToUse = shift;
         slots += static_cast<int>(((bits & mantissaMask) + 0x8FFFFF) >> 20);
     }
-    table = NewTable(slots);
     blockShift = shiftToUse;
-    blockSlots = slots;
+    GrowTable(slots);
 }
 
 template <class T>
 void cow_ListStorage<T>::FreeAll() noexcept {
-    for (int index = 0; index < blockSlots; ++index) {
-        Block* const block = table[index];
-        if (block && block->count.Decrement() == 0) FreeBlock(block, index);
+    for (int first = 0; first < blockSlots; first += slotGroup) {
+        if (!IsRunOfGroup(first)) {
+            ReleaseBlocks(first, std::min(first + slotGroup, blockSlots));
+        } else if (UnshareRun(table[first], EachOfGroup())) {
+            Block* const headers = table[first];
+            for (int i = 0; i < slotGroup; ++i) {
+                if (headers[i].count.References() == 0) FreeBlock(headers + i, first + i);
+            }
+        }
     }
-    mem_Free(table);
+    FreeTable();
     delete tableCount;
+}
+
+template <class T>
+std::span<T> cow_ListStorage<T>::SpanFrom(int i) const noexcept {
+    T* const run = RunOf(IndexOf(i) >> RunBlockShift());
+    T* const first = run ? run : BlockOf(i)->Storage();
+    const int size = run ? BlockSize() << RunBlockShift() : BlockSize();
+    const int slot = static_cast<int>(PositionOf(i)) & (size - 1);
+    return {first + slot, static_cast<std::size_t>(std::min(size - slot, length - i))};
 }
 
 template <class T>
@@ -245,27 +299,33 @@ inline T& cow_ListStorage<T>::Writable(int i) {
 
 // The block table.
 
-// The storage of a table has room for the next power of two of entries, so that a growing list
-// copies its table only now and then.
+// The storage of a table has room for a power of two of entries, so that a growing list copies its
+// table only now and then, and before them for the pointers to runs.
 template <class T>
-cow_ListBlock<T>** cow_ListStorage<T>::NewTable(int slots) {
-    const std::size_t room = std::bit_ceil(static_cast<std::size_t>(slots));
-    Block** const fresh = static_cast<Block**>(mem_Malloc(room * sizeof(Block*)));
-    std::fill_n(fresh, slots, nullptr);
-    return fresh;
+int cow_ListStorage<T>::RoomFor(int slots) noexcept {
+    return static_cast<int>(std::bit_ceil(static_cast<unsigned>(std::max(slots, slotGroup))));
+}
+
+template <class T>
+cow_ListBlock<T>** cow_ListStorage<T>::NewTable(int room) const {
+    const std::size_t entries = static_cast<std::size_t>(room) + RunCount(room);
+    return static_cast<Block**>(mem_Malloc(entries * sizeof(Block*))) + RunCount(room);
+}
+
+template <class T>
+void cow_ListStorage<T>::FreeTable() noexcept {
+    if (table) mem_Free(table - RunCount(tableCount->room));
 }
 
 template <class T>
 void cow_ListStorage<T>::CopyTable() {
     std::unique_ptr<cow_ListTableHead> fresh(new cow_ListTableHead);
     if (table) {
-        const std::size_t slots = static_cast<std::size_t>(blockSlots);
-        Block** const copy =
-            static_cast<Block**>(mem_Malloc(std::bit_ceil(slots) * sizeof(Block*)));
-        for (std::size_t i = 0; i < slots; ++i) {
-            copy[i] = table[i];
-            if (copy[i]) copy[i]->count.Increment();
-        }
+        fresh->room = RoomFor(blockSlots);
+        Block** const copy = NewTable(fresh->room);
+        const int runs = RunCount(blockSlots);
+        std::copy(table - runs, table + blockSlots, copy - runs);
+        ShareBlocks();
         table = copy;
     }
     tableCount->Decrement();
@@ -273,26 +333,89 @@ void cow_ListStorage<T>::CopyTable() {
     cow_RecordDetach(0);
 }
 
+/// Moves the private table to storage with `room` entries.
+template <class T>
+void cow_ListStorage<T>::MoveTable(int room) {
+    Block** const moved = NewTable(room);
+    const int runs = RunCount(blockSlots);
+    if (table) std::copy(table - runs, table + blockSlots, moved - runs);
+    FreeTable();
+    table = moved;
+    tableCount->room = room;
+}
+
 template <class T>
 void cow_ListStorage<T>::GrowTable(int slots) {
-    const std::size_t room = std::bit_ceil(static_cast<std::size_t>(slots));
-    if (!table || room != std::bit_ceil(static_cast<std::size_t>(blockSlots))) {
-        table = static_cast<Block**>(mem_Realloc(table, room * sizeof(Block*)));
-    }
+    if (slots > tableCount->room) MoveTable(RoomFor(slots));
     std::fill(table + blockSlots, table + slots, nullptr);
+    std::fill(RunsEnd() - RunCount(slots), RunsEnd() - RunCount(blockSlots), nullptr);
     blockSlots = slots;
 }
 
 template <class T>
 void cow_ListStorage<T>::ShrinkTable(int slots) noexcept {
-    const std::size_t room = std::bit_ceil(static_cast<std::size_t>(slots));
-    if (room != std::bit_ceil(static_cast<std::size_t>(blockSlots))) {
-        try {
-            table = static_cast<Block**>(mem_Realloc(table, room * sizeof(Block*)));
-        } catch (const std::bad_alloc&) {  // the table keeps its room
+    blockSlots = slots;
+    if (RoomFor(slots) > tableCount->room / 4) return;
+    try {
+        MoveTable(RoomFor(slots));
+    } catch (const std::bad_alloc&) {  // the table keeps its room
+    }
+}
+
+template <class T>
+void cow_ListStorage<T>::PutBlock(int index, Block* block) noexcept {
+    table[index] = block;
+    RunOf(index >> RunBlockShift()) = block && RunBlocks() == 1 ? block->Storage() : nullptr;
+}
+
+/// Notes the runs among the entries `first` to `last`.
+template <class T>
+void cow_ListStorage<T>::MarkRuns(int first, int last) noexcept {
+    const std::ptrdiff_t blockSize = BlockSize();
+    for (int run = RunCount(first); (run + 1) << RunBlockShift() <= last + 1; ++run) {
+        Block* const* const blocks = table + (run << RunBlockShift());
+        bool inRow = blocks[0] != nullptr;
+        for (int i = 1; inRow && i < RunBlocks(); ++i) {
+            inRow = blocks[i] == blocks[0] + i &&
+                    blocks[i]->Storage() == blocks[0]->Storage() + i * blockSize;
+        }
+        RunOf(run) = inRow ? blocks[0]->Storage() : nullptr;
+    }
+}
+
+template <class T>
+void cow_ListStorage<T>::MarkAllRuns() noexcept {
+    std::fill(RunsEnd() - RunCount(blockSlots), RunsEnd(), nullptr);
+    MarkRuns(0, blockSlots - 1);
+}
+
+// From the last to the first: the copy is often given up soon after, from the first to the last,
+// and then finds the headers in the cache.
+template <class T>
+void cow_ListStorage<T>::ShareBlocks() const noexcept {
+    for (int first = (blockSlots - 1) & ~(slotGroup - 1); first >= 0; first -= slotGroup) {
+        if (IsRunOfGroup(first)) {
+            ShareRun(table[first], EachOfGroup());
+        } else {
+            for (int index = std::min(first + slotGroup, blockSlots); index-- > first;) {
+                if (table[index]) table[index]->count.Increment();
+            }
         }
     }
-    blockSlots = slots;
+}
+
+template <class T>
+template <int... i>
+void cow_ListStorage<T>::ShareRun(Block* headers, std::integer_sequence<int, i...>) noexcept {
+    (headers[i].count.Increment(), ...);
+}
+
+template <class T>
+template <int... i>
+bool cow_ListStorage<T>::UnshareRun(Block* headers, std::integer_sequence<int, i...>) noexcept {
+    bool someUnused = false;
+    ((someUnused |= headers[i].count.Decrement() == 0), ...);
+    return someUnused;
 }
 
 // Appending and removing in front (a queue) moves `start` up for ever. The pointers move down when
@@ -315,6 +438,7 @@ void cow_ListStorage<T>::SlideDown() noexcept {
     ReleaseBlocks(0, leading);
     std::copy(table + leading, table + blockSlots, table);
     std::fill(table + blockSlots - leading, table + blockSlots, nullptr);
+    MarkAllRuns();
     start &= BlockSize() - 1;
 }
 
@@ -348,6 +472,7 @@ void cow_ListStorage<T>::Prefix() {
     if (room <= 0) throw std::bad_alloc();
     std::copy_backward(table, table + used, table + used + room);
     std::fill(table, table + room, nullptr);
+    MarkAllRuns();
     start = room << blockShift;
 }
 
@@ -365,8 +490,10 @@ std::pair<int, int> cow_ListStorage<T>::LiveSlots(int index) const noexcept {
 
 template <class T>
 void cow_ListStorage<T>::ReleaseBlock(int index) noexcept {
-    Block* const block = std::exchange(table[index], nullptr);
-    if (block && block->count.Decrement() == 0) FreeBlock(block, index);
+    Block* const block = table[index];
+    if (!block) return;
+    PutBlock(index, nullptr);
+    if (block->count.Decrement() == 0) FreeBlock(block, index);
 }
 
 template <class T>
@@ -391,7 +518,7 @@ void cow_ListStorage<T>::ReleaseEmptyBlocks(std::int64_t first) noexcept {
 }
 
 // Short lists take blocks one by one. A longer one, which is likely to go on growing, takes groups
-// of up to an eighth of the blocks that it has.
+// of up to an eighth of the blocks that it has, which end where a run does.
 template <class T>
 cow_ListBlock<T>* cow_ListStorage<T>::MakeBlock(int index, int wanted) {
     const int elements = BlockSize();
@@ -401,20 +528,24 @@ cow_ListBlock<T>* cow_ListStorage<T>::MakeBlock(int index, int wanted) {
     }
     const std::size_t blockBytes = sizeof(T) * static_cast<std::size_t>(elements);
     const int largest = static_cast<int>(largestGroupBytes / blockBytes);
-    const int size = std::min(largest, std::max(wanted, (length >> blockShift) / 8));
+    int size = std::min(largest, std::max(wanted, (length >> blockShift) / 8));
+    if (size >= slotGroup) size -= (index + size) % slotGroup;
     return size > 1 ? Block::MakeGroup(elements, size) : Block::Make(elements);
 }
 
-// Puts a new block in entry `index`, and in the entries behind it what its group still has; their
-// storage is contiguous. Returns the last of them.
+// Puts a new block in entry `index`, one of `wanted` in a row, and in the entries behind it what
+// its group still has; their storage is contiguous. Returns the last of them.
 template <class T>
-int cow_ListStorage<T>::AddBlocks(int index) {
-    Block* block = table[index] = MakeBlock(index, 1);
+int cow_ListStorage<T>::AddBlocks(int index, int wanted) {
+    const int first = index;
+    Block* block = MakeBlock(index, wanted);
+    PutBlock(index, block);
     while (index + 1 < blockSlots && !table[index + 1]) {
         block = block->TakeNext(BlockSize());
         if (!block) break;
-        table[++index] = block;
+        PutBlock(++index, block);
     }
+    MarkRuns(first, index);
     return index;
 }
 
@@ -430,7 +561,7 @@ void cow_ListStorage<T>::CopyBlock(int index, int keep) {
         throw;
     }
     table[index]->count.Decrement();
-    table[index] = fresh;
+    PutBlock(index, fresh);
     cow_RecordDetach(count);
 }
 
@@ -439,7 +570,7 @@ void cow_ListStorage<T>::IsolateRange(std::int64_t first, std::int64_t last) {
     const int lastIndex = static_cast<int>((start + last) >> blockShift);
     for (int index = static_cast<int>((start + first) >> blockShift); index <= lastIndex; ++index) {
         if (!table[index]) {
-            table[index] = MakeBlock(index, lastIndex - index + 1);
+            index = AddBlocks(index, lastIndex - index + 1);
         } else if (table[index]->count.References() != 1) {
             CopyBlock(index, BlockSize());
         }
@@ -472,7 +603,7 @@ void cow_ListStorage<T>::AppendSlow(Passed x) {
     }
     int last = index;
     if (!table[index]) {
-        last = AddBlocks(index);
+        last = AddBlocks(index, 1);
     } else if (table[index]->count.References() != 1) {
         CopyBlock(index, BlockSize());
     }

@@ -49,12 +49,14 @@ struct cow_MapEntry {
 ///
 /// A copy shares the root and costs one increment. A write copies the shared nodes on the path from
 /// the root (each a copy of one key and one value), never the whole map. The path of a key follows
-/// its bits (`cow_KeyPath`): random integers lie about log2(n) deep and are found as quickly as in
-/// a balanced tree. Known limits: integers reach depth 32 at most, so any are found quickly, but
-/// ascending ones share their low bits no more than random ones do; the limit lies with strings,
-/// since one bit of each character counts: keys that share most characters, or the low bits of
-/// them, form long chains ("Part-000000" to "Part-019999" are up to 635 deep), and a lookup costs
-/// as many comparisons. No operation recurses.
+/// its bits (`cow_KeyPath`), 32 levels at most for integers; random ones lie about log2(n) deep and
+/// are inserted and found faster than in `std::map`.
+///
+/// Known limits: a million integers inserted in ascending order take about twice as long as in
+/// `std::map`, which then works on one end of its tree. One bit of each character leads a string,
+/// so strings that share most characters, or their low bits, form long chains: "Part-000000" to
+/// "Part-019999" lie up to 635 deep and are inserted and found about 12 times slower than in
+/// `std::map`. No operation recurses.
 ///
 /// Entries are visited node first, then child 0, then child 1, which is also the order in which
 /// maps are stored; it is not the order of the keys. References to values are valid until the map,
