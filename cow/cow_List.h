@@ -122,7 +122,7 @@ class cow_List {
     /// `count` of them from index `first` on, all or none (a negative `n` is 0).
     template <class Construct>
     void SetFrom(int n, Construct&& construct) {
-        Replace(n, construct);
+        storage.Replace(n, construct);
     }
     /// Appends copies of the elements of `other`, which may be this list.
     void Concatenate(const cow_List& other);
