@@ -308,7 +308,7 @@ int cow_ListStorage<T>::RoomFor(int slots) noexcept {
 
 template <class T>
 cow_ListBlock<T>** cow_ListStorage<T>::NewTable(int room) const {
-    const std::size_t entries = static_cast<std::size_t>(room) + RunCount(room);
+    const std::size_t entries = static_cast<std::size_t>(room + RunCount(room));
     return static_cast<Block**>(mem_Malloc(entries * sizeof(Block*))) + RunCount(room);
 }
 
