@@ -15,6 +15,9 @@
 ///     ("Rename", name, new name, index)
 ///     ("Remove", name), ("Insert", name, index)    a move
 ///
+/// Kept: no tuple names its container, where one would have expected it once a thread has several;
+/// a host follows the one of the viewport that its scripts work on.
+///
 /// Changing the fields of an annotation posts nothing. An operation that throws changes and posts
 /// nothing. Names are any texts. Each annotation has an id, 1, 2, ... in the order of insertion,
 /// which stays through renames, moves and replacement and is never given again; it is not archived.

@@ -129,6 +129,13 @@ TEST(annC_AnnotationContainer, RefusesWhatIsNotThereOrTaken) {
     EXPECT_THAT(KeysOf(container), ElementsAre("a", "b", "c"));
 }
 
+TEST(annC_AnnotationContainer_Kept, TuplesDoNotNameTheirContainer) {
+    Follower follower;
+    Filled({"a"});
+    Filled({"a"});
+    EXPECT_THAT(follower.Take(), ElementsAre("('Insert', 'a', 0)", "('Insert', 'a', 0)"));
+}
+
 TEST(annC_AnnotationContainer_Kept, MovesToTheSamePlaceArePosted) {
     annC_AnnotationContainer container = Filled({"a", "b"});
     Follower follower;

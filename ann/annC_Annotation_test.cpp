@@ -111,14 +111,4 @@ TEST(annC_Annotation, EqualityIsByClassAndFields) {
     EXPECT_TRUE(*copy == other);
 }
 
-TEST(annC_Annotation, AnArrowMovesByItsPoints) {
-    annC_Arrow arrow;
-    arrow.SetStartPoint({1, 2});
-    arrow.Translate(0.5, -2);
-    arrow.TranslateEndPoint(1, 1);
-    arrow.TranslateStartPoint(-1.5, 0);
-    EXPECT_EQ(arrow.GetStartPoint(), (annC_Point2D{0, 0}));
-    EXPECT_EQ(arrow.GetEndPoint(), (annC_Point2D{1.5, -1}));
-}
-
 }  // namespace
