@@ -21,6 +21,7 @@ struct clr_Finding {
 /// What a check of an assembly found.
 struct clr_Report {
     clr_Lengths lengths;
+    double seconds = 0;  ///< how long it took, set by the caller
     /// Crossing pairs (deepest first), enclosed, touching, too close (nearest first each), then by
     /// names. Clear pairs are left out.
     std::vector<clr_Finding> pairs;

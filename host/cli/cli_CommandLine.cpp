@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "host/cli/cli_Clearance.h"
 #include "host/cli/cli_Commands.h"
 #include "host/model/hst_Classes.h"
 #include "host/model/hst_Error.h"
@@ -20,14 +21,18 @@
 namespace {
 
 constexpr int kDone = 0;
+constexpr int kFindings = 1;
 constexpr int kBadInput = 2;
 
 constexpr const char* kDescription =
-    "Looks into mesh and assembly files and keeps what it finds in a database.";
+    "Looks into mesh and assembly files, checks which parts interfere or come too close, and "
+    "keeps\n"
+    "what it finds in a database.";
 constexpr const char* kFooter =
-    "Exit status: 0 done; 2 bad input or wrong usage, with one line on standard error; of 'run' "
-    "that\n"
-    "of the script.\n"
+    "Exit status: 0 done, without findings or differences; 1 with findings ('clearance', 'show' "
+    "of\n"
+    "a check) or differences ('diff'); 2 bad input or wrong usage, with one line on standard\n"
+    "error; of 'run' that of the script.\n"
     "'ktsovu COMMAND --help' tells the options of a command.";
 
 std::string DefaultLimit(int base, int perMiB) {
@@ -51,8 +56,10 @@ const std::map<std::string, g3d_SavedViewIdEnum> kViews = {
 void AddPicture(CLI::App& command, cli_PictureRequest& request) {
     CLI::Option* picture =
         command
-            .add_option("--picture", request.file,
-                        "Draw the parts, each in a colour of its own, into this PNG or SVG file")
+            .add_option(
+                "--picture", request.file,
+                "Draw the parts into this PNG or SVG file: each in a colour of its own, or, of a\n"
+                "check, those with findings in colours")
             ->type_name("FILE.png|FILE.svg");
     command
         .add_option_function<std::string>(
@@ -63,25 +70,36 @@ void AddPicture(CLI::App& command, cli_PictureRequest& request) {
         ->needs(picture);
 }
 
+void AddJson(CLI::App& command, bool& json) {
+    command.add_flag("--json", json, "Print JSON, with every number in full");
+}
+
+void AddModels(CLI::App& command, std::vector<std::string>& models) {
+    command.add_option("MODEL", models, "STL, OBJ, PLY, OFF, 3MF, glTF, Collada or IFC file")
+        ->required();
+}
+
+void AddLimits(CLI::App& command, imp_ReadLimits& limits) {
+    AddLimit(command, "--memory-limit", limits.memoryMiB, "MIB",
+             "Memory that reading one model may take (default: " +
+                 DefaultLimit(imp_ReadLimits::BASE_MIB, imp_ReadLimits::MIB_PER_MIB));
+    AddLimit(command, "--time-limit", limits.seconds, "SECONDS",
+             "Time that reading one model may take (default: " +
+                 DefaultLimit(imp_ReadLimits::BASE_SECONDS, imp_ReadLimits::SECONDS_PER_MIB));
+}
+
 void AddInspect(CLI::App& app, cli_InspectRequest& request) {
     CLI::App* command = app.add_subcommand(
         "inspect",
         "Read models and print a table of their parts: triangles and box in model space.");
-    command
-        ->add_option("MODEL", request.models, "STL, OBJ, PLY, OFF, 3MF, glTF, Collada or IFC file")
-        ->required();
+    AddModels(*command, request.models);
     command
         ->add_option("--save", request.database,
                      "Save the parts in this database, in place of those saved there before")
         ->type_name("FILE.db");
     AddPicture(*command, request.picture);
-    command->add_flag("--json", request.json, "Print JSON, with every number in full");
-    AddLimit(*command, "--memory-limit", request.limits.memoryMiB, "MIB",
-             "Memory that reading one model may take (default: " +
-                 DefaultLimit(imp_ReadLimits::BASE_MIB, imp_ReadLimits::MIB_PER_MIB));
-    AddLimit(*command, "--time-limit", request.limits.seconds, "SECONDS",
-             "Time that reading one model may take (default: " +
-                 DefaultLimit(imp_ReadLimits::BASE_SECONDS, imp_ReadLimits::SECONDS_PER_MIB));
+    AddJson(*command, request.json);
+    AddLimits(*command, request.limits);
     command->footer(
         "Lengths are in the unit of the file. A part is what one node of the scene places; parts "
         "of\n"
@@ -91,14 +109,80 @@ void AddInspect(CLI::App& app, cli_InspectRequest& request) {
     command->callback([&request] { cli_Inspect(request); });
 }
 
-void AddShow(CLI::App& app, cli_ShowRequest& request) {
+void AddClearance(CLI::App& app, cli_ClearanceRequest& request, int& status) {
+    CLI::App* command = app.add_subcommand("clearance",
+                                           "Check which parts interfere or come closer than "
+                                           "allowed, and print where and by how much.");
+    AddModels(*command, request.models);
+    command
+        ->add_option("--gap", request.gap,
+                     "Clearance that parts must keep: nearer ones are findings (default: 0)")
+        ->type_name("LENGTH");
+    command
+        ->add_option("--touch", request.touch,
+                     "Length within which surfaces count as touching and not as interfering\n"
+                     "(default: a millionth of the diagonal of the assembly)")
+        ->type_name("LENGTH");
+    command
+        ->add_option("--move", request.moves,
+                     "Turn a part by rx, ry, rz degrees about the model's x, y, z axes, in that\n"
+                     "order, through the centre of its box, then move it by x, y, z; repeatable")
+        ->type_name("PART=x,y,z[,rx,ry,rz]")
+        ->expected(1)
+        ->take_all();
+    command->add_option("--ignore", request.ignored, "Leave a pair of parts unchecked; repeatable")
+        ->type_name("PART:PART")
+        ->expected(1)
+        ->take_all();
+    command
+        ->add_option("--top", request.labelCount,
+                     "Number of findings that get a label and an arrow (default: 10)")
+        ->type_name("N");
+    command
+        ->add_option(
+            "--save", request.database,
+            "Save the parts and the result in this database, in place of those saved there "
+            "before")
+        ->type_name("FILE.db");
+    AddPicture(*command, request.picture);
+    AddJson(*command, request.json);
+    AddLimits(*command, request.limits);
+    command->footer(
+        "Lengths are in the unit of the file. A pair of parts is\n"
+        "  crossing   when the surfaces meet and a point of one lies deeper in the other than\n"
+        "             the touch length,\n"
+        "  enclosed   when the surfaces are farther apart than that and one part is in the other,\n"
+        "  touching   when the surfaces are no farther apart than that,\n"
+        "  too close  when they are nearer than the gap.\n"
+        "All but touching pairs are findings. A part that is not closed and so has no clear "
+        "inside\n"
+        "is named in a warning.");
+    command->callback([&] { status = cli_Clearance(request) ? kFindings : kDone; });
+}
+
+void AddDiff(CLI::App& app, cli_DiffRequest& request, int& status) {
     CLI::App* command = app.add_subcommand(
-        "show", "Print the table of the parts in a database, as 'inspect' printed it.");
-    command->add_option("FILE.db", request.database, "A database that 'inspect --save' wrote")
+        "diff", "Print which findings are new, gone or changed from one saved check to another.");
+    command->add_option("OLD.db", request.before, "A database that 'clearance --save' wrote")
+        ->required();
+    command->add_option("NEW.db", request.after, "Another one")->required();
+    command->footer(
+        "Parts are matched by their names. A finding has changed when it is of another kind, or "
+        "its\n"
+        "length differs by more than the touch length.");
+    command->callback([&] { status = cli_Diff(request) ? kFindings : kDone; });
+}
+
+void AddShow(CLI::App& app, cli_ShowRequest& request, int& status) {
+    CLI::App* command = app.add_subcommand(
+        "show", "Print what a database holds, as 'inspect' or 'clearance' printed it.");
+    command
+        ->add_option("FILE.db", request.database,
+                     "A database that 'inspect --save' or 'clearance --save' wrote")
         ->required();
     AddPicture(*command, request.picture);
-    command->add_flag("--json", request.json, "Print JSON, with every number in full");
-    command->callback([&request] { cli_Show(request); });
+    AddJson(*command, request.json);
+    command->callback([&] { status = cli_Show(request) ? kFindings : kDone; });
 }
 
 /// All that stands behind the script is its own, so the command has no options; a call with a
@@ -155,12 +239,18 @@ int cli_Run(int argumentCount, char** arguments, cli_ScriptRunner runScript) {
         app.set_help_flag("--help", "Print this help and exit");
         app.footer(kFooter);
         app.require_subcommand(1);
+        int status = kDone;
         cli_InspectRequest inspect;
+        cli_ClearanceRequest clearance;
         cli_ShowRequest show;
+        cli_DiffRequest diff;
         AddInspect(app, inspect);
-        AddShow(app, show);
+        AddClearance(app, clearance, status);
+        AddShow(app, show, status);
+        AddDiff(app, diff, status);
         AddRun(app);
-        return Parse(app, argumentCount, arguments);
+        const int usage = Parse(app, argumentCount, arguments);
+        return usage == kDone ? status : usage;
     } catch (const std::bad_alloc&) {
         return Fail("out of memory");
     } catch (const std::exception& error) {

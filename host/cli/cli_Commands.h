@@ -3,14 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "g3d/g3d_Camera.h"
-#include "host/import/imp_ModelReader.h"
-
-/// The picture that a command is asked to draw.
-struct cli_PictureRequest {
-    std::string file;  ///< "" none
-    g3d_SavedViewIdEnum view = g3d_VIEW_ISOMETRIC;
-};
+#include "host/cli/cli_Steps.h"
 
 /// What `ktsovu inspect` is asked to do.
 struct cli_InspectRequest {
@@ -32,6 +25,7 @@ struct cli_ShowRequest {
     bool json = false;
 };
 
-/// Reads the saved parts back, draws them when asked to, and prints the table that `inspect`
-/// printed. Throws `hst_Error` when the database is none of this program's or is damaged.
-void cli_Show(const cli_ShowRequest& request);
+/// Prints, and draws when asked to, what a database holds, as `inspect` or `clearance` did. True
+/// for a check with findings. Throws `hst_Error` when the database is none of this program's or is
+/// damaged.
+[[nodiscard]] bool cli_Show(const cli_ShowRequest& request);

@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "host/model/hst_Error.h"
-#include "host/picture/pic_Raster.h"
 #include "host/picture/pic_VisiblePieces.h"
 
 namespace {
@@ -56,12 +55,15 @@ void pic_Canvas::SetColor(std::uint32_t rgb) {
                          (rgb & 0xff) / 255.0);
 }
 
-void pic_Canvas::PaintFaces(const std::vector<pic_Face>& faces) {
-    if (format == pic_Format::Svg) {
-        PaintPaths(pic_VisiblePieces(faces, width, height));
-    } else {
-        PaintPixels(pic_Rasterise(faces, background, width, height));
+void pic_Canvas::PaintScene(const pic_Scene& scene) {
+    if (format == pic_Format::Png) {
+        PaintPixels(pic_Rasterise(scene, background, width, height));
+        return;
     }
+    std::vector<pic_Face> ghosts = pic_VisiblePieces(scene.ghosts, width, height);
+    for (pic_Face& ghost : ghosts) ghost.rgb = pic_MixedColor(ghost.rgb, background);
+    PaintPaths(ghosts);
+    PaintPaths(pic_VisiblePieces(scene.faces, width, height));
 }
 
 void pic_Canvas::PaintPixels(const std::vector<std::uint32_t>& pixels) {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "host/picture/pic_Face.h"
 #include "host/picture/pic_PictureFile.h"
+#include "host/picture/pic_Raster.h"
 
 typedef struct _cairo cairo_t;
 typedef struct _cairo_surface cairo_surface_t;
@@ -17,9 +17,11 @@ class pic_Canvas {
     /// `background` is 0xRRGGBB. Throws `hst_Error` when the drawing library cannot paint.
     pic_Canvas(pic_Format format, int width, int height, std::uint32_t background);
 
-    /// Paints the faces on the background, the nearer ones in front: as pixels in a PNG, as paths
-    /// in an SVG. Called first.
-    void PaintFaces(const std::vector<pic_Face>& faces);
+    /// Paints the scene on the background, what is nearer in front: as pixels in a PNG, as paths in
+    /// an SVG. Called first. In an SVG, ghosts stand behind all faces, lighter and opaque.
+    void PaintScene(const pic_Scene& scene);
+    /// What is painted next; x to the right and y down from the upper left corner, in pixels.
+    [[nodiscard]] cairo_t* Painter() const noexcept { return context.get(); }
 
     /// Ends the picture and returns the bytes of its file. Throws `hst_Error` when the drawing
     /// library reports a failure.

@@ -31,8 +31,8 @@ struct Extent {
     }
     [[nodiscard]] double Middle() const { return (low + high) / 2; }
     /// Half of what the picture has to show for the margins to stay free.
-    [[nodiscard]] double HalfWithMargins() const {
-        return std::max((high - low) / (1 - 2 * kMargin), kLeastWindow) / 2;
+    [[nodiscard]] double HalfWithMargins(double margin = 0) const {
+        return std::max((high - low) / (1 - 2 * (kMargin + margin)), kLeastWindow) / 2;
     }
 
     double low = std::numeric_limits<double>::infinity();
@@ -42,7 +42,7 @@ struct Extent {
 }  // namespace
 
 pic_Projection::pic_Projection(const std::vector<hst_Part>& parts, g3d_SavedViewIdEnum view,
-                               int widthPixels, int heightPixels)
+                               int widthPixels, int heightPixels, double sideMargin)
     : width(widthPixels), height(heightPixels) {
     FindSphere(parts);
     g3d_Camera camera;
@@ -50,7 +50,7 @@ pic_Projection::pic_Projection(const std::vector<hst_Part>& parts, g3d_SavedView
     camera.Canned(g3d_Sphere(g3d_Point(), 1), view);
     camera.FitVP(static_cast<float>(width), static_cast<float>(height));
     Follow(camera);
-    ZoomToModel(parts, camera);
+    ZoomToModel(parts, sideMargin, camera);
     Follow(camera);
 }
 
@@ -72,7 +72,8 @@ void pic_Projection::FindSphere(const std::vector<hst_Part>& parts) {
     radius = farthest > 0 ? farthest : 1;
 }
 
-void pic_Projection::ZoomToModel(const std::vector<hst_Part>& parts, g3d_Camera& camera) const {
+void pic_Projection::ZoomToModel(const std::vector<hst_Part>& parts, double sideMargin,
+                                 g3d_Camera& camera) const {
     Extent across;
     Extent up;
     ForEachCorner(parts, [&](const gsl_Point& corner) {
@@ -81,9 +82,9 @@ void pic_Projection::ZoomToModel(const std::vector<hst_Part>& parts, g3d_Camera&
         up.Add(1 - spot.y / height);
     });
     if (!(across.low <= across.high)) return;  // no triangles
-    camera.Zoom(static_cast<float>(across.Middle() - across.HalfWithMargins()),
+    camera.Zoom(static_cast<float>(across.Middle() - across.HalfWithMargins(sideMargin)),
                 static_cast<float>(up.Middle() - up.HalfWithMargins()),
-                static_cast<float>(across.Middle() + across.HalfWithMargins()),
+                static_cast<float>(across.Middle() + across.HalfWithMargins(sideMargin)),
                 static_cast<float>(up.Middle() + up.HalfWithMargins()), false);
 }
 

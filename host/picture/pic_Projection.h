@@ -15,17 +15,19 @@
 /// radius 1 in double precision, so that neither a far place nor an extreme size costs detail.
 class pic_Projection {
   public:
-    /// For a picture of `width` x `height` pixels. Throws `hst_Error` for a model whose extent is
-    /// no finite number.
+    /// For a picture of `width` x `height` pixels, of which the part `sideMargin` at the left and
+    /// at the right stays free besides the small margin. Throws `hst_Error` for a model whose
+    /// extent is no finite number.
     pic_Projection(const std::vector<hst_Part>& parts, g3d_SavedViewIdEnum view, int width,
-                   int height);
+                   int height, double sideMargin = 0);
 
     /// The spot at which a point in model space appears.
     [[nodiscard]] pic_Spot Project(const gsl_Point& place) const noexcept;
 
   private:
     void FindSphere(const std::vector<hst_Part>& parts);
-    void ZoomToModel(const std::vector<hst_Part>& parts, g3d_Camera& camera) const;
+    void ZoomToModel(const std::vector<hst_Part>& parts, double sideMargin,
+                     g3d_Camera& camera) const;
     void Follow(g3d_Camera& camera);
 
     double width;

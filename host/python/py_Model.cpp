@@ -74,6 +74,16 @@ void RequirePositive(const cow_String& keyword, int limit) {
     omu_RangeChecker::CheckInRange(keyword, 1, true, limit, std::numeric_limits<int>::max(), true);
 }
 
+/// The parts of a file; reading stops at Ctrl-C.
+Parts ReadParts(const cow_String& path, const imp_ReadLimits& limits) {
+    py_RefuseZeroBytes(path);
+    Parts parts = imp_ReadModel(std::string(path.View()), limits, [](double) {
+        if (PyErr_CheckSignals() != 0) throw py_PythonError();
+    });
+    hst_MakeNamesUnique(parts);
+    return parts;
+}
+
 py_Result ReadModel(omu_Arguments& arguments) {
     imp_ReadLimits limits;
     int memoryMiB = 1;
@@ -85,13 +95,7 @@ py_Result ReadModel(omu_Arguments& arguments) {
     arguments.End();
     RequirePositive(kMemoryLimit, memoryMiB);
     RequirePositive(kTimeLimit, seconds);
-    py_RefuseZeroBytes(path);
-    // Reading stops at Ctrl-C.
-    Parts parts = imp_ReadModel(std::string(path.View()), limits, [](double) {
-        if (PyErr_CheckSignals() != 0) throw py_PythonError();
-    });
-    hst_MakeNamesUnique(parts);
-    return ReturnParts(std::move(parts));
+    return ReturnParts(ReadParts(path, limits));
 }
 
 py_Result Table(omu_Arguments& arguments) {
@@ -119,7 +123,7 @@ py_Result SaveParts(omu_Arguments& arguments) {
     py_RefuseZeroBytes(database);
     const Parts saved = RequireParts(parts);  // before there is a file
     hst_Database(std::string(database.View()), hst_Database::Access::Write)
-        .ReplaceParts(saved, [](std::size_t) {});
+        .Replace(saved, nullptr, [](std::size_t) {});
     return {};
 }
 
@@ -128,7 +132,7 @@ py_Result LoadParts(omu_Arguments& arguments) {
     arguments.End();
     py_RefuseZeroBytes(database);
     return ReturnParts(
-        hst_Database(std::string(database.View()), hst_Database::Access::Read).LoadParts());
+        hst_Database(std::string(database.View()), hst_Database::Access::Read).Load().parts);
 }
 
 void RequireTriples(const omu_PrimArray& array, const cow_String& keyword) {
@@ -256,6 +260,15 @@ PyMethodDef kFunctions[] = {
 
 cow_String py_ValueTraits<py_Part>::Text(const py_Part& part) {
     return atr("<Part %s of %d triangles>", omu_Quoted(Name(part)), part->TriangleCount());
+}
+
+std::vector<hst_Part> py_GivenModel(omu_Arguments& arguments, const cow_String& keyword) {
+    cow_String path;
+    arguments.Get(path, keyword);
+    if (!arguments.ErrorOnPrevious() || !arguments.Alternative()) return ReadParts(path, {});
+    omu_PrimTuple parts;
+    arguments.Get(parts, keyword);
+    return RequireParts(parts);
 }
 
 void py_AddModel(PyObject* module) {

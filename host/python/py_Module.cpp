@@ -3,6 +3,7 @@
 #include <pybind11/pybind11.h>
 
 #include "host/python/py_Array.h"
+#include "host/python/py_Clearance.h"
 #include "host/python/py_Convert.h"
 #include "host/python/py_Error.h"
 #include "host/python/py_Model.h"
@@ -27,7 +28,7 @@ constexpr const char* kDoc =
 constexpr void (*kSteps[])(PyObject*) = {
     &py_AddErrors, &py_AddObjects,    &py_AddArray, &py_AddPointAndVector,
     &py_AddMatrix, &py_AddQuaternion, &py_AddBBox,  &py_AddCamera,
-    &py_AddColor,  &py_AddNames,      &py_AddModel,
+    &py_AddColor,  &py_AddNames,      &py_AddModel, &py_AddClearance,
 };
 
 }  // namespace

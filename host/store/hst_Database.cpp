@@ -24,9 +24,15 @@ constexpr const char* kCreateObjects =
     "class_id INTEGER NOT NULL, memento BLOB NOT NULL)";
 
 constexpr std::string_view kPartPrefix = "part/";
-constexpr const char* kDeleteParts = "DELETE FROM objects WHERE substr(name, 1, 5) = 'part/'";
+constexpr const char* kCheckRecord = "check/record";
+constexpr const char* kCheckResults = "check/results";
+constexpr const char* kCheckAnnotations = "check/annotations";
+constexpr const char* kDeleteSaved =
+    "DELETE FROM objects WHERE substr(name, 1, 5) = 'part/' OR substr(name, 1, 6) = 'check/'";
 constexpr const char* kSelectParts =
     "SELECT name, class_id, memento FROM objects WHERE substr(name, 1, 5) = 'part/' ORDER BY id";
+constexpr const char* kSelectCheck =
+    "SELECT name, class_id, memento FROM objects WHERE substr(name, 1, 6) = 'check/'";
 constexpr const char* kInsert = "INSERT INTO objects (name, class_id, memento) VALUES (?, ?, ?)";
 
 /// SQLite gives some names a meaning of their own; none begins with a directory.
@@ -191,27 +197,19 @@ void hst_Database::RefuseByState() const {
     }
 }
 
-void hst_Database::ReplaceParts(const std::vector<hst_Part>& parts,
-                                const std::function<void(std::size_t)>& onSaved) {
+void hst_Database::Replace(const std::vector<hst_Part>& parts, const hst_SavedCheck* check,
+                           const std::function<void(std::size_t)>& onSaved) {
     Execute("BEGIN IMMEDIATE");
     try {
         if (isNew) CreateTables();
-        Execute(kDeleteParts);
+        Execute(kDeleteSaved);
         Statement insert(*this, kInsert);
         std::size_t saved = 0;
         for (const hst_Part& part : parts) {
-            const std::string name = std::string(kPartPrefix) + part.Name();
-            bio_Ofilter memento;
-            idb_SaveObject(memento, part);
-            insert.BindText(1, name);
-            insert.Bind(2, part.DynTypeId());
-            if (!insert.BindBlob(3, memento.Data(), memento.Size())) {
-                throw hst_Error(path, part.Name(), "it is too large for a row of the database");
-            }
-            insert.Next();
-            insert.Reset();
+            Save(insert, std::string(kPartPrefix) + part.Name(), part);
             onSaved(++saved);
         }
+        if (check) SaveCheck(insert, *check);
         Execute("COMMIT");
         isNew = false;
     } catch (...) {
@@ -222,6 +220,25 @@ void hst_Database::ReplaceParts(const std::vector<hst_Part>& parts,
     }
 }
 
+template <class T>
+void hst_Database::Save(Statement& insert, const std::string& name, const T& object) {
+    bio_Ofilter memento;
+    idb_SaveObject(memento, object);
+    insert.BindText(1, name);
+    insert.Bind(2, object.DynTypeId());
+    if (!insert.BindBlob(3, memento.Data(), memento.Size())) {
+        throw hst_Error(path, name, "it is too large for a row of the database");
+    }
+    insert.Next();
+    insert.Reset();
+}
+
+void hst_Database::SaveCheck(Statement& insert, const hst_SavedCheck& check) {
+    Save(insert, kCheckRecord, check.record);
+    Save(insert, kCheckResults, check.results);
+    Save(insert, kCheckAnnotations, check.annotations);
+}
+
 void hst_Database::RemoveIfEmpty() const {
     std::error_code error;
     if (isMissing && std::filesystem::file_size(path, error) == 0 && !error) {
@@ -229,32 +246,60 @@ void hst_Database::RemoveIfEmpty() const {
     }
 }
 
-std::vector<hst_Part> hst_Database::LoadParts() {
-    std::vector<hst_Part> parts;
+hst_SavedModel hst_Database::Load() {
+    hst_SavedModel model;
     Statement rows(*this, kSelectParts);
-    while (rows.Next()) parts.push_back(LoadPart(rows));
-    if (parts.empty()) Refuse("holds no parts");
-    return parts;
+    while (rows.Next()) model.parts.push_back(LoadPart(rows));
+    if (model.parts.empty()) Refuse("holds no parts");
+    model.check = LoadCheck();
+    return model;
+}
+
+template <class T>
+std::unique_ptr<T> hst_Database::LoadObject(const Statement& row, const std::string& object) {
+    if (row.Integer(1) != T::TypeId()) Refuse(object + " is of another class");
+    const std::string_view memento = row.Bytes(2);
+    idb_LoadFault loadFault;
+    auto loaded = idb_LoadObject<T>(memento.data(), memento.size(), T::TypeId(), loadFault);
+    if (!loaded) Refuse(object + ": " + std::string(loadFault.text.View()));
+    // What no field shows (a flag, a number that is not used here) shows in the bytes: an object's
+    // record is the same whenever it is saved.
+    bio_Ofilter again(memento.size());
+    idb_SaveObject(again, *loaded);
+    if (again.Size() != memento.size() ||
+        std::memcmp(again.Data(), memento.data(), memento.size()) != 0) {
+        Refuse(object + ": its saved bytes are garbled");
+    }
+    return loaded;
 }
 
 hst_Part hst_Database::LoadPart(const Statement& row) {
     const std::string name(row.Bytes(0).substr(kPartPrefix.size()));
-    if (row.Integer(1) != hst_PART_CLASS) throw hst_Error(path, name, "its class is not hst_Part");
-    const std::string_view memento = row.Bytes(2);
-    idb_LoadFault loadFault;
-    auto part = idb_LoadObject<hst_Part>(memento.data(), memento.size(), hst_PART_CLASS, loadFault);
-    if (!part) throw hst_Error(path, name, std::string(loadFault.text.View()));
+    auto part = LoadObject<hst_Part>(row, "part '" + name + "'");
     if (const std::string fault = part->Fault(); !fault.empty()) {
         throw hst_Error(path, name, fault);
     }
     if (part->Name() != name) throw hst_Error(path, name, "it was saved as another part");
-    // What no field shows (a flag, a number that is not used here) shows in the bytes: an object's
-    // record is the same whenever it is saved.
-    bio_Ofilter again(memento.size());
-    idb_SaveObject(again, *part);
-    if (again.Size() != memento.size() ||
-        std::memcmp(again.Data(), memento.data(), memento.size()) != 0) {
-        throw hst_Error(path, name, "its saved bytes are garbled");
-    }
     return *std::move(part);
+}
+
+std::optional<hst_SavedCheck> hst_Database::LoadCheck() {
+    std::unique_ptr<hst_CheckRecord> record;
+    std::unique_ptr<mdl_PropertyTable> results;
+    std::unique_ptr<annC_AnnotationContainer> annotations;
+    Statement rows(*this, kSelectCheck);
+    while (rows.Next()) {
+        const std::string_view name = rows.Bytes(0);
+        if (name == kCheckRecord) {
+            record = LoadObject<hst_CheckRecord>(rows, "the check");
+        } else if (name == kCheckResults) {
+            results = LoadObject<mdl_PropertyTable>(rows, "the results of the check");
+        } else if (name == kCheckAnnotations) {
+            annotations = LoadObject<annC_AnnotationContainer>(rows, "the annotations");
+        }
+    }
+    if (!record && !results && !annotations) return std::nullopt;
+    if (!record || !results || !annotations) Refuse("holds a part of a check only");
+    if (!record->IsSound()) Refuse("the check has lengths that are none");
+    return hst_SavedCheck{*record, *results, *annotations};
 }

@@ -28,11 +28,11 @@ std::vector<hst_Part> Assembly(int size, float x) {
 }
 
 void Save(const std::string& path, const std::vector<hst_Part>& parts) {
-    hst_Database(path, hst_Database::Access::Write).ReplaceParts(parts, [](std::size_t) {});
+    hst_Database(path, hst_Database::Access::Write).Replace(parts, nullptr, [](std::size_t) {});
 }
 
 std::vector<hst_Part> Load(const std::string& path) {
-    return hst_Database(path, hst_Database::Access::Read).LoadParts();
+    return hst_Database(path, hst_Database::Access::Read).Load().parts;
 }
 
 TEST(hst_Database, KeepsEveryBitAndTheOrderOfParts) {

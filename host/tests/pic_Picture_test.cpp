@@ -232,7 +232,7 @@ std::uint32_t NearestAt(const std::vector<pic_Face>& faces, double x, double y) 
 
 TEST(pic_Raster, MixesTheNearestFacesOfEachPixel) {
     const std::vector<pic_Face> faces = PiercingFaces();
-    const std::vector<std::uint32_t> pixels = pic_Rasterise(faces, 0, kSize, kSize);
+    const std::vector<std::uint32_t> pixels = pic_Rasterise({faces, {}}, 0, kSize, kSize);
     int wrong = 0;
     for (int i = 0; i < kSize * kSize; ++i) {
         std::uint32_t sum = 0;

@@ -1,5 +1,6 @@
 """The command 'ktsovu run' beside python3, and the example scripts in both."""
 
+import json
 import os
 import pathlib
 import subprocess
@@ -23,6 +24,17 @@ f 1 2 4
 o sheet
 f 2 3 4
 """
+
+
+def cube(name, first, x):
+    corners = [(x + (i & 1), i >> 1 & 1, i >> 2) for i in range(8)]
+    faces = [(0, 2, 3, 1), (4, 5, 7, 6), (0, 1, 5, 4), (2, 6, 7, 3), (0, 4, 6, 2), (1, 3, 7, 5)]
+    lines = ["o " + name] + ["v %g %g %g" % corner for corner in corners]
+    return "\n".join(lines + ["f " + " ".join(str(first + i) for i in face) for face in faces]) + "\n"
+
+
+# Half in each other, and 1.5 apart.
+CUBES = cube("a", 1, 0) + cube("b", 9, 0.5) + cube("c", 17, 3)
 
 
 def run(*command):
@@ -111,6 +123,9 @@ class Scripts(unittest.TestCase):
             status, out, err = run(*start, str(EXAMPLES / "frame_model.py"), self.model, "640", "480")
             self.assertEqual((status, err), (0, ""))
             self.assertEqual(out.count("pixel"), 8)
+            status, out, err = run(*start, str(EXAMPLES / "clearance_report.py"), self.model, "0.5")
+            self.assertEqual((status, err), (0, ""))
+            self.assertIn("0 findings in 1 pairs\n", out)
             for example in sorted(EXAMPLES.glob("*.py")):
                 status, out, err = run(*start, str(example))
                 self.assertEqual((status, out), (1, ""))
@@ -119,8 +134,30 @@ class Scripts(unittest.TestCase):
         self.assertEqual((status, out), (1, ""))
         self.assertTrue(err.startswith("inspect_model.py: " + self.path("none.obj")), err)
 
-    def test_examples_are_three(self):
-        self.assertEqual(len(list(EXAMPLES.glob("*.py"))), 3)
+    def test_clearance_gives_what_the_command_prints(self):
+        cubes = self.write("cubes.obj", CUBES)
+        status, out, err = run(PROGRAM, "clearance", cubes, "--gap", "2", "--json")
+        self.assertEqual((status, err), (1, ""))
+        printed = json.loads(out)
+        result = ktsovu.clearance(cubes, gap=2)
+        self.assertTrue(result.hasFindings)
+        self.assertEqual((result.gap, result.touch), (printed["gap"], printed["touch"]))
+        self.assertEqual([(p.kind, p.first, p.second, p.length) for p in result.pairs()],
+                         [(p["kind"].replace("tooClose", "too close"), p["first"], p["second"],
+                           p.get("depth", p.get("clearance"))) for p in printed["pairs"]])
+        self.assertEqual(str(result.lengths()), "(0.5, 1.5)")
+        points = memoryview(result.points()).tolist()
+        self.assertEqual(points[1], [p for pair in printed["pairs"][1:] for p in (pair["onFirst"], pair["onSecond"])])
+        parts = ktsovu.readModel(cubes)
+        moved = ktsovu.clearance(parts, gap=2, move=["b=9,0,0"], ignore=["a:c"])
+        self.assertEqual((moved.pairs(), moved.pairsChecked), ([], 2))
+        with self.assertRaisesRegex(ktsovu.RangeError, "gap"):
+            ktsovu.clearance(parts, gap=-1)
+        with self.assertRaisesRegex(ktsovu.CorvixError, "there is no part 'd'"):
+            ktsovu.clearance(parts, move=["d=1,2,3"])
+
+    def test_examples_are_four(self):
+        self.assertEqual(len(list(EXAMPLES.glob("*.py"))), 4)
 
 
 if __name__ == "__main__":
