@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "bench_Ratios.h"
+#include "bench/bench_Ratios.h"
 #include "gsl/gsl_OctreeBBox.h"
 #include "host/clearance/clr_Body.h"
 #include "host/clearance/clr_Check.h"
