@@ -51,15 +51,15 @@ PyObject* ParsedFunction(PyObject*, PyObject* values, PyObject* keywords) {
     double width = 0;
     int count = 0;
     const char* name = nullptr;
-    Py_ssize_t length = 0;
     int visible = 0;
     int step = 0;
     double size = 0;
-    if (!PyArg_ParseTupleAndKeywords(values, keywords, "dis#pid", const_cast<char**>(names), &width,
-                                     &count, &name, &length, &visible, &step, &size)) {
+    if (!PyArg_ParseTupleAndKeywords(values, keywords, "dispid", const_cast<char**>(names), &width,
+                                     &count, &name, &visible, &step, &size)) {
         return nullptr;
     }
-    return PyFloat_FromDouble(width + count + static_cast<double>(length) + visible + step + size);
+    return PyFloat_FromDouble(width + count + static_cast<double>(std::strlen(name)) + visible +
+                              step + size);
 }
 
 PyMethodDef functions[] = {
