@@ -10,7 +10,6 @@
 #include <utility>
 #include <vector>
 
-#include "foundation/shared/nex_Exception.h"
 #include "host/python/py_Call.h"
 #include "host/python/py_Reference.h"
 #include "omu/omu_PrimArray.h"
@@ -276,9 +275,9 @@ std::array<int, 4> GivenIndices(omu_Arguments& arguments) {
     return indices;
 }
 
-py_Result Item(PyObject* self, omu_Arguments& arguments) {
+py_Result Item(const omu_PrimArray& self, omu_Arguments& arguments) {
     const auto [i, j, k, l] = GivenIndices(arguments);
-    return std::make_unique<omu_PrimNumber>(ArrayOf(self).ConstGetItem(i, j, k, l));
+    return std::make_unique<omu_PrimNumber>(self.ConstGetItem(i, j, k, l));
 }
 
 const omu_PrimNumber& RequireNumber(const omu_Primitive& value) {
@@ -287,11 +286,11 @@ const omu_PrimNumber& RequireNumber(const omu_Primitive& value) {
     return static_cast<const omu_PrimNumber&>(value);
 }
 
-py_Result SetItem(PyObject* self, omu_Arguments& arguments) {
+py_Result SetItem(omu_PrimArray& self, omu_Arguments& arguments) {
     double value = 0;
     arguments.Get(value, kValue);
     const auto [i, j, k, l] = GivenIndices(arguments);
-    ArrayToChange(self).SetItem(omu_PrimNumber(value), i, j, k, l);
+    self.SetItem(omu_PrimNumber(value), i, j, k, l);
     return {};
 }
 
@@ -475,9 +474,17 @@ int GetBuffer(PyObject* self, Py_buffer* view, int flags) {
 
 void ReleaseBuffer(PyObject*, Py_buffer* view) { delete static_cast<Export*>(view->internal); }
 
-template <py_Command command>
+template <auto command>
+PyObject* EnterMethod(PyObject* self, PyObject* const* values, Py_ssize_t positional,
+                      PyObject* keywords) {
+    return py_Call(py_Values{values, positional, keywords}, [self](omu_Arguments& arguments) {
+        return command(ArrayToChange(self), arguments);
+    });
+}
+
+template <auto command>
 PyMethodDef Method(const char* name, const char* doc) {
-    return py_detail::MethodDef(name, &py_detail::Enter<command>, 0, doc);
+    return py_detail::MethodDef(name, &EnterMethod<command>, 0, doc);
 }
 
 PyMethodDef kMethods[] = {
@@ -571,22 +578,6 @@ NewPrimitive py_FromBuffer(PyObject* exporter) {
     // A type that no array has: the library says so.
     return std::make_unique<omu_PrimArray>(buffer.View().ndim, buffer.Extents().data(),
                                            omu_PrimNumber::SCHAR, &kNoElements);
-}
-
-bool omu_Convert(const omu_Primitive& value, omu_PrimArray& out, omu_TypeFault& fault) {
-    if (const auto* const array = dynamic_cast<const omu_PrimArray*>(&value)) {
-        out = *array;
-        return true;
-    }
-    if (const auto* const sequence = dynamic_cast<const omu_PrimSequence*>(&value)) {
-        try {
-            out = omu_PrimArray(*sequence);
-            return true;
-        } catch (const nex_Exception&) {  // told as a value of the wrong type
-        }
-    }
-    fault = {value.TypeString(), out.TypeString(), {}};
-    return false;
 }
 
 void py_AddArray(PyObject* module) {

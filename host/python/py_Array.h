@@ -4,8 +4,7 @@
 
 #include <memory>
 
-#include "omu/omu_ArgumentTypes.h"
-#include "omu/omu_PrimArray.h"
+#include "omu/omu_Primitive.h"
 
 /// What an object that exports a buffer is to the library.
 enum class py_BufferKind {
@@ -22,10 +21,6 @@ enum class py_BufferKind {
 /// FLOAT. Truth values, complex numbers, texts and objects come as the nested list that they are;
 /// other elements (long double, records) are refused with ValueError.
 [[nodiscard]] std::unique_ptr<omu_Primitive> py_FromBuffer(PyObject* exporter);
-
-/// Takes an array, or nested sequences of numbers that make one.
-[[nodiscard]] bool omu_Convert(const omu_Primitive& value, omu_PrimArray& out,
-                               omu_TypeFault& fault);
 
 /// Adds `Array` and the function that makes one to the module. An array exports its elements as a
 /// buffer for reading, which keeps them as they were when it was asked for.

@@ -2,32 +2,22 @@
 
 #include <vector>
 
-#include "foundation/shared/nex_Exception.h"
 #include "host/python/py_Reference.h"
 #include "host/python/py_Text.h"
 
-PyObject* py_Call(py_Command command, PyObject* self, PyObject* const* values,
-                  Py_ssize_t positional, PyObject* keywords) noexcept {
-    try {
-        py_Converter converter;
-        omu_Arguments arguments;
-        for (Py_ssize_t i = 0; i < positional; ++i) arguments.Put(converter.Convert(values[i]));
-        const Py_ssize_t named = keywords ? PyTuple_GET_SIZE(keywords) : 0;
-        for (Py_ssize_t i = 0; i < named; ++i) {
-            arguments.Put(converter.Convert(values[positional + i]),
-                          py_KeywordText(PyTuple_GET_ITEM(keywords, i)));
-        }
-        return py_FromPrimitive(command(self, arguments));
-    } catch (const nex_Exception& fault) {
-        py_SetError(fault);
-    } catch (...) {
-        py_SetError();
+void py_Pack(const py_Values& values, omu_Arguments& arguments) {
+    py_Converter converter;
+    PyObject* const* value = values.values;
+    for (Py_ssize_t i = 0; i < values.positional; ++i) arguments.Put(converter.Convert(*value++));
+    const Py_ssize_t named = values.keywords ? PyTuple_GET_SIZE(values.keywords) : 0;
+    for (Py_ssize_t i = 0; i < named; ++i) {
+        arguments.Put(converter.Convert(*value++),
+                      py_KeywordText(PyTuple_GET_ITEM(values.keywords, i)));
     }
-    return nullptr;
 }
 
-// The way of `object.__new__` and the like; calls that scripts write come by the other one.
-PyObject* py_CallWithTuple(py_Command command, PyObject* self, PyObject* values,
+// The way of `object.__new__` and the like; calls that scripts write come by vectorcall.
+PyObject* py_CallWithTuple(vectorcallfunc function, PyObject* self, PyObject* values,
                            PyObject* keywords) noexcept {
     try {
         std::vector<PyObject*> all;
@@ -43,7 +33,8 @@ PyObject* py_CallWithTuple(py_Command command, PyObject* self, PyObject* values,
             PyTuple_SET_ITEM(names.Get(), count++, Py_NewRef(name));
             all.push_back(value);
         }
-        return py_Call(command, self, all.data(), PyTuple_GET_SIZE(values), names.Get());
+        return function(self, all.data(), static_cast<std::size_t>(PyTuple_GET_SIZE(values)),
+                        names.Get());
     } catch (...) {
         py_SetError();
         return nullptr;

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "foundation/shared/nex_Exception.h"
 #include "host/python/py_Convert.h"
 #include "host/python/py_Error.h"
 #include "host/python/py_Object.h"
@@ -16,16 +17,36 @@
 /// What a command answers: a new primitive, or null for None.
 using py_Result = std::unique_ptr<omu_Primitive>;
 
-/// Runs a command on `arguments`; `self` is the object or class that it was called on.
-using py_Command = py_Result (*)(PyObject* self, omu_Arguments& arguments);
+/// The values of a vectorcall: `positional` of them, then those that `keywords`, a tuple or null,
+/// names.
+struct py_Values {
+    PyObject* const* values;
+    Py_ssize_t positional;
+    PyObject* keywords;
+};
 
-/// The one way of every call: packs the values of a vectorcall (`positional` of them, then those
-/// that `keywords`, a tuple or null, names) into arguments, runs the command and unpacks its
-/// result. A new reference, or null with the Python exception set.
-[[nodiscard]] PyObject* py_Call(py_Command command, PyObject* self, PyObject* const* values,
-                                Py_ssize_t positional, PyObject* keywords) noexcept;
-/// The same for a tuple and a dictionary (or null) of values.
-[[nodiscard]] PyObject* py_CallWithTuple(py_Command command, PyObject* self, PyObject* values,
+/// Packs the values of a call into `arguments`.
+void py_Pack(const py_Values& values, omu_Arguments& arguments);
+
+/// The one way of every call: packs the values into arguments, runs `command` on them and unpacks
+/// its result. A new reference, or null with the Python exception set. Inline, since an exception
+/// is the cheaper the fewer functions it leaves.
+template <class Command>
+[[nodiscard]] PyObject* py_Call(const py_Values& values, const Command& command) noexcept {
+    try {
+        omu_Arguments arguments;
+        py_Pack(values, arguments);
+        return py_FromPrimitive(command(arguments));
+    } catch (const nex_Exception& fault) {
+        py_SetError(fault);
+    } catch (...) {
+        py_SetError();
+    }
+    return nullptr;
+}
+
+/// Calls `function` by a vectorcall with a tuple and a dictionary (or null) of values.
+[[nodiscard]] PyObject* py_CallWithTuple(vectorcallfunc function, PyObject* self, PyObject* values,
                                          PyObject* keywords) noexcept;
 
 /// The result of a command or the value of an attribute as a primitive.
@@ -50,15 +71,11 @@ inline PyMethodDef MethodDef(const char* name,
             doc};
 }
 
-template <py_Command command>
-PyObject* Enter(PyObject* self, PyObject* const* values, Py_ssize_t positional,
-                PyObject* keywords) {
-    return py_Call(command, self, values, positional, keywords);
-}
-
 template <py_Result (*command)(omu_Arguments&)>
-py_Result RunFunction(PyObject*, omu_Arguments& arguments) {
-    return command(arguments);
+PyObject* EnterFunction(PyObject*, PyObject* const* values, Py_ssize_t positional,
+                        PyObject* keywords) {
+    return py_Call({values, positional, keywords},
+                   [](omu_Arguments& arguments) { return command(arguments); });
 }
 
 }  // namespace py_detail
@@ -67,7 +84,7 @@ py_Result RunFunction(PyObject*, omu_Arguments& arguments) {
 /// a line "--" and a blank one, which `help` takes apart.
 template <py_Result (*command)(omu_Arguments&)>
 [[nodiscard]] PyMethodDef py_Function(const char* name, const char* doc) {
-    return py_detail::MethodDef(name, &py_detail::Enter<&py_detail::RunFunction<command>>, 0, doc);
+    return py_detail::MethodDef(name, &py_detail::EnterFunction<command>, 0, doc);
 }
 
 /// The parts that a Python class for values of type `T` is made of.
@@ -85,7 +102,7 @@ class py_Class {
     /// arguments.
     template <auto command>
     [[nodiscard]] static PyMethodDef Method(const char* name, const char* doc) {
-        return py_detail::MethodDef(name, &py_detail::Enter<&RunMethod<command>>, 0, doc);
+        return py_detail::MethodDef(name, &EnterMethod<command>, 0, doc);
     }
     /// The entry of a static method.
     template <py_Result (*command)(omu_Arguments&)>
@@ -127,19 +144,22 @@ class py_Class {
 
   private:
     template <auto command>
-    static py_Result RunMethod(PyObject* self, omu_Arguments& arguments) {
-        return command(ValueOf(self), arguments);
-    }
-    template <py_Result (*constructor)(omu_Arguments&)>
-    static PyObject* New(PyTypeObject* type, PyObject* values, PyObject* keywords) {
-        return py_CallWithTuple(&py_detail::RunFunction<constructor>,
-                                reinterpret_cast<PyObject*>(type), values, keywords);
+    static PyObject* EnterMethod(PyObject* self, PyObject* const* values, Py_ssize_t positional,
+                                 PyObject* keywords) {
+        return py_Call(py_Values{values, positional, keywords}, [self](omu_Arguments& arguments) {
+            return command(ValueOf(self), arguments);
+        });
     }
     template <py_Result (*constructor)(omu_Arguments&)>
     static PyObject* CallClass(PyObject* type, PyObject* const* values, std::size_t count,
                                PyObject* keywords) {
-        return py_Call(&py_detail::RunFunction<constructor>, type, values,
-                       PyVectorcall_NARGS(count), keywords);
+        return py_detail::EnterFunction<constructor>(type, values, PyVectorcall_NARGS(count),
+                                                     keywords);
+    }
+    template <py_Result (*constructor)(omu_Arguments&)>
+    static PyObject* New(PyTypeObject* type, PyObject* values, PyObject* keywords) {
+        return py_CallWithTuple(&CallClass<constructor>, reinterpret_cast<PyObject*>(type), values,
+                                keywords);
     }
 
     template <auto getter>

@@ -8,7 +8,6 @@
 #include "host/import/imp_ModelReader.h"
 #include "host/model/hst_Error.h"
 #include "host/model/hst_PartName.h"
-#include "host/python/py_Array.h"
 #include "host/python/py_Names.h"
 #include "host/python/py_Values.h"
 #include "host/store/hst_Database.h"
