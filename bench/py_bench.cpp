@@ -37,7 +37,7 @@ py_Result BoundaryCommand(omu_Arguments& arguments) {
     arguments.Get(visible, kVisible);
     arguments.Get(step, kStep);
     arguments.Get(size, kSize);
-    arguments.End();
+    if (arguments.Error()) return {};
     return py_Return(width + count + name.Length() + visible + step + size);
 }
 

@@ -203,26 +203,37 @@ bool omu_Arguments::ErrorOnPrevious() const {
     return canWithdraw && (errorArg == numGets || optionalMiss == numGets);
 }
 
-void omu_Arguments::End(const cow_String& context) const {
+template <class Use>
+void omu_Arguments::UseFault(const cow_String& context, const Use& use) const {
     for (int i = 0; pendingCount > 0 && i < keywords.Length(); ++i) {
         if (!pending[static_cast<std::size_t>(i)]) continue;
-        KTSBasThrow(omu_KeywordErrorException(context, keywords.ConstGetKey(i)));
+        return use(omu_KeywordErrorException(context, keywords.ConstGetKey(i)));
     }
-    if (errorArg != 0 && !faultOnKeyword) RaiseTypeFault();
+    if (errorArg != 0 && !faultOnKeyword) return use(TypeFault());
     // A required keyword that was merely missing is left to the counts.
     const bool hasTypes = typeFound.View() != kUndetermined && typeExpected.View() != kUndetermined;
-    if (errorArg != 0 && hasTypes) RaiseKeywordFault();
+    if (errorArg != 0 && hasTypes) return use(KeywordFault());
     const int required = requiredKeywords + size;
-    if (required < reqcount) KTSBasThrow(omu_ArgNumberErrorException(reqcount, required, context));
+    if (required < reqcount) return use(omu_ArgNumberErrorException(reqcount, required, context));
     const int found = size + keywords.Length();
-    if (found > cursor) KTSBasThrow(omu_ArgNumberErrorException(cursor, found, context));
+    if (found > cursor) return use(omu_ArgNumberErrorException(cursor, found, context));
     // An argument given twice has paid for a missing one in both counts above.
     if (missing > 0) {
-        KTSBasThrow(omu_ArgNumberErrorException(reqcount, reqcount - missing, context));
+        return use(omu_ArgNumberErrorException(reqcount, reqcount - missing, context));
     }
 }
 
-void omu_Arguments::RaiseKeywordFault() const {
+void omu_Arguments::End(const cow_String& context) const {
+    UseFault(context, [](const auto& fault) { KTSBasThrow(fault); });
+}
+
+std::unique_ptr<nex_Exception> omu_Arguments::Fault(const cow_String& context) const {
+    std::unique_ptr<nex_Exception> first;
+    UseFault(context, [&first](const auto& fault) { first = fault.Clone(); });
+    return first;
+}
+
+omu_KeywordTypeErrorException omu_Arguments::KeywordFault() const {
     cow_String place = ConstGetNestedErrorStr();
     if (!place.IsEmpty()) {
         place = PlaceOf(errorArg);
@@ -230,7 +241,7 @@ void omu_Arguments::RaiseKeywordFault() const {
         place = faultKeyword;
     }
     for (const int index : faultPlace) place = place + atr("[%d]", index);
-    KTSBasThrow(omu_KeywordTypeErrorException(faultKeyword, typeExpected, typeFound, place));
+    return {faultKeyword, typeExpected, typeFound, place};
 }
 
 omu_PrimNesting omu_Arguments::Nesting() const noexcept {

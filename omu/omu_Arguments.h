@@ -8,7 +8,9 @@
 #include "omu/omu_PrimDictionary.h"
 #include "omu/omu_PrimTuple.h"
 
+class nex_Exception;
 class omu_InterfaceObj;
+class omu_KeywordTypeErrorException;
 class omu_PyObjectWrapper;
 
 /// The arguments of a scripting command: positional ones, which are the elements of the tuple, and
@@ -141,6 +143,9 @@ class KTSOVUGEOM_API omu_Arguments : public omu_PrimTuple {
     /// surplus arguments (`omu_ArgNumberErrorException`). Changes nothing, so that a second call
     /// raises the same. `context` opens the message, except of wrong types.
     void End(const cow_String& context = {}) const;
+    /// The exception that `End` would raise, null for none. Raising takes several times as long as
+    /// the rest of a call, so boundaries ask for the exception instead.
+    [[nodiscard]] std::unique_ptr<nex_Exception> Fault(const cow_String& context = {}) const;
 
     [[nodiscard]] omu_PrimNesting Nesting() const noexcept override;
     [[nodiscard]] omu_Arguments* Copy() const override;
@@ -180,7 +185,10 @@ class KTSOVUGEOM_API omu_Arguments : public omu_PrimTuple {
     [[nodiscard]] int PendingIndex(const cow_String* keyword) const;
     void Count(int pendingIndex);
     void ClearKeywordFault();
-    [[noreturn]] void RaiseKeywordFault() const;
+    /// Calls `use` with the exception for the first fault, unless there is none.
+    template <class Use>
+    void UseFault(const cow_String& context, const Use& use) const;
+    [[nodiscard]] omu_KeywordTypeErrorException KeywordFault() const;
 
     Keywords keywords;
     std::vector<bool> pending;  ///< by index of the keyword: given and not yet consumed

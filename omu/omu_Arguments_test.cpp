@@ -224,6 +224,8 @@ TEST(omu_Arguments, ReadsEveryCallAsTheModelDoes) {
         const std::string message = EndOf(arguments);
         ASSERT_EQ(message, model.End()) << positional << "," << keywords.size() << trace;
         ASSERT_EQ(EndOf(arguments), message);
+        const std::unique_ptr<nex_Exception> fault = arguments.Fault();
+        ASSERT_EQ(fault ? fault->what() : std::string(), message) << trace;
         ASSERT_EQ(arguments.Error(), !message.empty()) << trace;
         ASSERT_TRUE(!message.empty() || allRequiredSet) << trace;
         ++outcomes[message.empty() ? "passes"

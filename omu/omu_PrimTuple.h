@@ -10,6 +10,7 @@
 #include "foundation/coreutils/atr_String.h"
 #include "omu/omu_PrimSequence.h"
 
+class omu_ArgTypeErrorException;
 class omu_ArgumentTarget;
 
 /// A sequence of any primitives that does not change, tag `(`; lists and the arguments of commands
@@ -141,7 +142,8 @@ class KTSOVUGEOM_API omu_PrimTuple : public omu_PrimSequence {
     void ClearFault();
     /// The place of element `number`, from 1, in messages: "arg2", "points[1]".
     [[nodiscard]] cow_String PlaceOf(int number) const;
-    [[noreturn]] void RaiseTypeFault() const;
+    /// The exception for a recorded type fault.
+    [[nodiscard]] omu_ArgTypeErrorException TypeFault() const;
 
     int size = 0;      ///< elements that can be read; follows the length
     int cursor = 0;    ///< elements asked for

@@ -77,7 +77,7 @@ void omu_PrimTuple::StepBack() {
 bool omu_PrimTuple::Error() const { return errorArg != 0 || size < reqcount || size > cursor; }
 
 void omu_PrimTuple::End(const cow_String& context) const {
-    if (errorArg != 0) RaiseTypeFault();
+    if (errorArg != 0) KTSBasThrow(TypeFault());
     if (size < reqcount) KTSBasThrow(omu_ArgNumberErrorException(reqcount, size, context));
     if (size > cursor) KTSBasThrow(omu_ArgNumberErrorException(cursor, size, context));
 }
@@ -88,12 +88,10 @@ cow_String omu_PrimTuple::PlaceOf(int number) const {
 }
 
 // The last index of the place stands in the exception as the number of the argument.
-void omu_PrimTuple::RaiseTypeFault() const {
-    if (faultPlace.empty()) {
-        KTSBasThrow(omu_ArgTypeErrorException(errorArg, typeExpected, typeFound, nestedErrorStr));
-    }
+omu_ArgTypeErrorException omu_PrimTuple::TypeFault() const {
+    if (faultPlace.empty()) return {errorArg, typeExpected, typeFound, nestedErrorStr};
     cow_String place = PlaceOf(errorArg);
     for (std::size_t i = 0; i + 1 < faultPlace.size(); ++i)
         place = place + atr("[%d]", faultPlace[i]);
-    KTSBasThrow(omu_ArgTypeErrorException(faultPlace.back() + 1, typeExpected, typeFound, place));
+    return {faultPlace.back() + 1, typeExpected, typeFound, place};
 }

@@ -258,7 +258,7 @@ py_Result New(omu_Arguments& arguments) {
     arguments.Get(array, kValues);
     const bool isArray = !(arguments.ErrorOnPrevious() && arguments.Alternative());
     if (!isArray) arguments.Get(sequence, kValues);
-    arguments.End();
+    if (arguments.Error()) return {};
     if (isArray) return std::make_unique<omu_PrimArray>(array);
     if (sequence.Length() > 0) return std::make_unique<omu_PrimArray>(sequence);
     constexpr int noExtent = 0;

@@ -17,7 +17,7 @@ py_Result New(omu_Arguments& arguments) {
     arguments.Optional();
     const bool hasLow = py_GetOptional(arguments, low, kLow);
     const bool hasHigh = py_GetOptional(arguments, high, kHigh);
-    arguments.End();
+    if (arguments.Error()) return {};
     if (hasLow && !hasHigh) high = low;
     if (hasHigh && !hasLow) low = high;
     return py_Return(gsl_BBox(low, high));
@@ -57,7 +57,7 @@ py_Result Intersects(const gsl_BBox& self, omu_Arguments& arguments) {
 py_Result Transformed(const gsl_BBox& self, omu_Arguments& arguments) {
     gsl_Matrix matrix;
     arguments.Get(matrix, kMatrix);
-    arguments.End();
+    if (arguments.Error()) return {};
     gsl_BBox image = self;
     image.Transform(matrix);
     return py_Return(image);

@@ -5,15 +5,22 @@
 #include "host/python/py_Reference.h"
 #include "host/python/py_Text.h"
 
-void py_Pack(const py_Values& values, omu_Arguments& arguments) {
+omu_Arguments py_Packed(const py_Values& values) {
+    static const omu_Arguments::Keywords noKeywords;
     py_Converter converter;
     PyObject* const* value = values.values;
-    for (Py_ssize_t i = 0; i < values.positional; ++i) arguments.Put(converter.Convert(*value++));
-    const Py_ssize_t named = values.keywords ? PyTuple_GET_SIZE(values.keywords) : 0;
-    for (Py_ssize_t i = 0; i < named; ++i) {
-        arguments.Put(converter.Convert(*value++),
-                      py_KeywordText(PyTuple_GET_ITEM(values.keywords, i)));
+    auto elements = cow_List<omu_PrimHandle>::WithSizeHint(static_cast<int>(values.positional));
+    for (Py_ssize_t i = 0; i < values.positional; ++i) {
+        elements.Append(omu_PrimHandle(converter.Convert(*value++).release()));
     }
+    const Py_ssize_t named = values.keywords ? PyTuple_GET_SIZE(values.keywords) : 0;
+    if (named == 0) return omu_Arguments(omu_PrimTuple(elements), noKeywords);
+    omu_Arguments::Keywords keywords;
+    for (Py_ssize_t i = 0; i < named; ++i) {
+        py_Result argument = converter.Convert(*value++);  // may run scripts that call, too
+        keywords.Insert(py_KeywordText(PyTuple_GET_ITEM(values.keywords, i)), argument.release());
+    }
+    return omu_Arguments(omu_PrimTuple(elements), keywords);
 }
 
 // The way of `object.__new__` and the like; calls that scripts write come by vectorcall.

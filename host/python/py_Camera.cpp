@@ -38,7 +38,7 @@ g3d_Vector ToView(const gsl_Vector& vector) {
 gsl_Point FromView(const g3d_Point& point) { return {point.X(), point.Y(), point.Z()}; }
 
 py_Result New(omu_Arguments& arguments) {
-    arguments.End();
+    if (arguments.Error()) return {};
     return py_Return(g3d_Camera());
 }
 
@@ -49,7 +49,7 @@ py_Result SetLocation(g3d_Camera& self, omu_Arguments& arguments) {
     arguments.Get(eye, kEye);
     arguments.Get(target, kTarget);
     arguments.Get(up, kUp);
-    arguments.End();
+    if (arguments.Error()) return {};
     self.SetLocation(ToView(eye), ToView(target), ToView(up));
     return {};
 }
@@ -59,7 +59,7 @@ py_Result SetWindow(g3d_Camera& self, omu_Arguments& arguments) {
     double height = 0;
     arguments.Get(width, kWidth);
     arguments.Get(height, kHeight);
-    arguments.End();
+    if (arguments.Error()) return {};
     self.SetWindow(Single(width), Single(height));
     return {};
 }
@@ -69,7 +69,7 @@ py_Result SetNearFar(g3d_Camera& self, omu_Arguments& arguments) {
     double farValue = 0;
     arguments.Get(nearValue, kNear);
     arguments.Get(farValue, kFar);
-    arguments.End();
+    if (arguments.Error()) return {};
     self.SetNearFar(Single(nearValue), Single(farValue));
     return {};
 }
@@ -80,19 +80,19 @@ py_Result SetFieldOfView(g3d_Camera& self, omu_Arguments& arguments) {
     arguments.Get(angleDeg, kAngle);
     arguments.Optional();
     arguments.Get(keepNear, kKeepNear);
-    arguments.End();
+    if (arguments.Error()) return {};
     self.SetFieldOfView(Single(angleDeg), keepNear);
     return {};
 }
 
 py_Result MakeParallel(g3d_Camera& self, omu_Arguments& arguments) {
-    arguments.End();
+    if (arguments.Error()) return {};
     self.MakeParallel();
     return {};
 }
 
 py_Result MakePerspective(g3d_Camera& self, omu_Arguments& arguments) {
-    arguments.End();
+    if (arguments.Error()) return {};
     self.MakePerspective();
     return {};
 }
@@ -107,7 +107,7 @@ py_Result Pan(g3d_Camera& self, omu_Arguments& arguments) {
     arguments.Optional();
     arguments.Get(dz, kDz);
     arguments.Get(keepTarget, kKeepTarget);
-    arguments.End();
+    if (arguments.Error()) return {};
     self.Pan(Single(dx), Single(dy), Single(dz), keepTarget);
     return {};
 }
@@ -118,7 +118,7 @@ py_Result Zoom(g3d_Camera& self, omu_Arguments& arguments) {
     arguments.Get(factor, kFactor);
     arguments.Optional();
     arguments.Get(keepTarget, kKeepTarget);
-    arguments.End();
+    if (arguments.Error()) return {};
     self.Zoom(Single(factor), keepTarget);
     return {};
 }
@@ -131,7 +131,7 @@ py_Result Rotate(g3d_Camera& self, omu_Arguments& arguments) {
     arguments.Get(axis, kAxis);
     arguments.Optional();
     arguments.Get(keepTarget, kKeepTarget);
-    arguments.End();
+    if (arguments.Error()) return {};
     self.Rotate(Single(angleDeg), ToView(axis), keepTarget);
     return {};
 }
@@ -142,7 +142,7 @@ py_Result Fit(g3d_Camera& self, omu_Arguments& arguments) {
     arguments.Get(box, kBox);
     arguments.Optional();
     const bool hasView = py_GetOptional(arguments, view, kView);
-    arguments.End();
+    if (arguments.Error()) return {};
     if (box.IsEmpty()) return {};
     if (hasView) {
         self.Canned(box.GetExtent(), view.Enumerator());
@@ -157,7 +157,7 @@ py_Result FitDevice(g3d_Camera& self, omu_Arguments& arguments) {
     double height = 0;
     arguments.Get(width, kWidth);
     arguments.Get(height, kHeight);
-    arguments.End();
+    if (arguments.Error()) return {};
     self.FitVP(Single(width), Single(height));
     return {};
 }
@@ -165,7 +165,7 @@ py_Result FitDevice(g3d_Camera& self, omu_Arguments& arguments) {
 py_Result Project(const g3d_Camera& self, omu_Arguments& arguments) {
     gsl_Point point;
     arguments.Get(point, kPoint);
-    arguments.End();
+    if (arguments.Error()) return {};
     const g3d_Point seen = self.GetVOM().Transform(ToView(point));
     const g3d_Point clip = self.GetProjectionMatrix().Transform(seen);
     if (!(clip.W() > 0)) return {};

@@ -22,7 +22,7 @@ using ColorClass = py_Class<g3d_Color>;
 py_Result New(omu_Arguments& arguments) {
     cow_String name;
     arguments.Get(name, kName);
-    arguments.End();
+    if (arguments.Error()) return {};
     return py_Return(g3d_ColorMap::Instance().Lookup(name));
 }
 
@@ -30,7 +30,7 @@ py_Result FromRgb(omu_Arguments& arguments) {
     int channels[3] = {};
     const cow_String* const names[] = {&kRed, &kGreen, &kBlue};
     for (int i = 0; i < 3; ++i) arguments.Get(channels[i], *names[i]);
-    arguments.End();
+    if (arguments.Error()) return {};
     unsigned short rgb[3];
     for (int i = 0; i < 3; ++i) {
         omu_RangeChecker::CheckInRange(*names[i], 0, true, channels[i], kMaxChannel, true);
@@ -43,7 +43,7 @@ py_Result FromHsv(omu_Arguments& arguments) {
     double fractions[3] = {};
     const cow_String* const names[] = {&kHue, &kSaturation, &kValue};
     for (int i = 0; i < 3; ++i) arguments.Get(fractions[i], *names[i]);
-    arguments.End();
+    if (arguments.Error()) return {};
     float hsv[3];
     for (int i = 0; i < 3; ++i) {
         omu_RangeChecker::CheckInRange(*names[i], 0.0, true, fractions[i], 1.0, true);
@@ -55,7 +55,7 @@ py_Result FromHsv(omu_Arguments& arguments) {
 py_Result Distance(const g3d_Color& self, omu_Arguments& arguments) {
     g3d_Color color;
     arguments.Get(color, kColor);
-    arguments.End();
+    if (arguments.Error()) return {};
     return py_Return(static_cast<double>(self.Distance(color)));
 }
 
@@ -65,7 +65,7 @@ py_Result Mixed(const g3d_Color& self, omu_Arguments& arguments) {
     arguments.Get(color, kColor);
     arguments.Optional();
     arguments.Get(weight, kWeight);
-    arguments.End();
+    if (arguments.Error()) return {};
     omu_RangeChecker::CheckInRange(kWeight, 0.0, true, weight, 1.0, true);
     return py_Return(
         g3d_Color::Mix(self, static_cast<float>(1 - weight), color, static_cast<float>(weight)));
@@ -86,7 +86,7 @@ cow_List<double> Hsv(const g3d_Color& color) {
 }
 
 py_Result ColorNames(omu_Arguments& arguments) {
-    arguments.End();
+    if (arguments.Error()) return {};
     cow_List<cow_String> names;
     for (const atr_String& name : g3d_ColorMap::Instance().Names()) names.Append(name.Text());
     return py_Return(names);

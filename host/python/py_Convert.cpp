@@ -46,6 +46,10 @@ NewPrimitive FromInteger(PyObject* integer) {
     return std::make_unique<omu_PrimNumber>(static_cast<unsigned>(number));
 }
 
+NewPrimitive FromFloat(PyObject* number) {
+    return std::make_unique<omu_PrimNumber>(PyFloat_AS_DOUBLE(number));
+}
+
 NewPrimitive FromComplex(PyObject* complex) {
     const Py_complex number = PyComplex_AsCComplex(complex);
     if (number.real == -1 && PyErr_Occurred()) throw py_PythonError();
@@ -73,8 +77,7 @@ NewPrimitive FromForeign(PyObject* value) {
     }
     if (PyIndex_Check(value)) return FromInteger(py_Reference(PyNumber_Index(value)).Get());
     if (HasFloat(value)) {
-        const py_Reference number(PyNumber_Float(value));
-        return std::make_unique<omu_PrimNumber>(PyFloat_AS_DOUBLE(number.Get()));
+        return FromFloat(py_Reference(PyNumber_Float(value)).Get());
     }
     if (PyObject_HasAttrString(value, "__fspath__")) {
         const py_Reference path(PyOS_FSPath(value));
@@ -180,7 +183,7 @@ py_Converter::~py_Converter() {
 }
 
 NewPrimitive py_Converter::Convert(PyObject* value) {
-    if (PyFloat_Check(value)) return std::make_unique<omu_PrimNumber>(PyFloat_AS_DOUBLE(value));
+    if (PyFloat_CheckExact(value)) return FromFloat(value);
     if (PyUnicode_Check(value)) return std::make_unique<omu_PrimString>(py_ToText(value));
     if (PyBool_Check(value)) return std::make_unique<omu_PrimBoolean>(value == Py_True);
     if (PyLong_Check(value)) return FromInteger(value);
@@ -189,6 +192,7 @@ NewPrimitive py_Converter::Convert(PyObject* value) {
     if (PyTuple_Check(value) || PyList_Check(value) || PyDict_Check(value)) {
         return ConvertContainer(value);
     }
+    if (PyFloat_Check(value)) return FromFloat(value);
     if (PyComplex_Check(value)) return FromComplex(value);
     return FromForeign(value);
 }

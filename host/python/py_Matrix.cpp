@@ -34,7 +34,7 @@ py_Result New(omu_Arguments& arguments) {
     cow_2DArray<double> rows;
     arguments.Optional();
     const bool isGiven = py_GetOptional(arguments, rows, kRows);
-    arguments.End();
+    if (arguments.Error()) return {};
     return py_Return(isGiven ? FromRows(rows) : gsl_Matrix());
 }
 
@@ -46,7 +46,7 @@ py_Result Rotation(omu_Arguments& arguments) {
     arguments.Get(angleRad, kAngle);
     arguments.Optional();
     arguments.Get(point, kPoint);
-    arguments.End();
+    if (arguments.Error()) return {};
     // The form with a point: the other one leaves the mark of the identity on the matrix.
     gsl_Matrix matrix;
     matrix.AxisRotation(point, axis, angleRad);
@@ -56,19 +56,19 @@ py_Result Rotation(omu_Arguments& arguments) {
 py_Result Translation(omu_Arguments& arguments) {
     gsl_Vector vector;
     arguments.Get(vector, kVector);
-    arguments.End();
+    if (arguments.Error()) return {};
     gsl_Matrix matrix;
     matrix.SetTranslation(vector);
     return py_Return(matrix);
 }
 
 py_Result Inverse(const gsl_Matrix& self, omu_Arguments& arguments) {
-    arguments.End();
+    if (arguments.Error()) return {};
     return py_Return(self.InverseRigidTransform());
 }
 
 py_Result AxisAndAngle(const gsl_Matrix& self, omu_Arguments& arguments) {
-    arguments.End();
+    if (arguments.Error()) return {};
     gsl_Point translation;
     gsl_Vector axis;
     double angleRad = 0;

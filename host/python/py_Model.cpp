@@ -91,7 +91,7 @@ py_Result ReadModel(omu_Arguments& arguments) {
     arguments.Optional();
     GetLimit(arguments, limits.memoryMiB, memoryMiB, kMemoryLimit);
     GetLimit(arguments, limits.seconds, seconds, kTimeLimit);
-    arguments.End();
+    if (arguments.Error()) return {};
     RequirePositive(kMemoryLimit, memoryMiB);
     RequirePositive(kTimeLimit, seconds);
     return ReturnParts(ReadParts(path, limits));
@@ -103,7 +103,7 @@ py_Result Table(omu_Arguments& arguments) {
     arguments.Get(parts, kParts);
     arguments.Optional();
     arguments.Get(json, kJson);
-    arguments.End();
+    if (arguments.Error()) return {};
     const cli_PartTable table(RequireParts(parts));
     std::ostringstream text;
     if (json) {
@@ -118,7 +118,7 @@ py_Result SaveParts(omu_Arguments& arguments) {
     omu_PrimTuple parts;
     arguments.Get(parts, kParts);
     const cow_String database = GivenPath(arguments, kDatabase);
-    arguments.End();
+    if (arguments.Error()) return {};
     py_RefuseZeroBytes(database);
     const Parts saved = RequireParts(parts);  // before there is a file
     hst_Database(std::string(database.View()), hst_Database::Access::Write)
@@ -128,7 +128,7 @@ py_Result SaveParts(omu_Arguments& arguments) {
 
 py_Result LoadParts(omu_Arguments& arguments) {
     const cow_String database = GivenPath(arguments, kDatabase);
-    arguments.End();
+    if (arguments.Error()) return {};
     py_RefuseZeroBytes(database);
     return ReturnParts(
         hst_Database(std::string(database.View()), hst_Database::Access::Read).Load().parts);
@@ -160,7 +160,7 @@ py_Result New(omu_Arguments& arguments) {
     arguments.Get(triangles, kTriangles);
     arguments.Optional();
     py_GetOptional(arguments, placement, kPlacement);
-    arguments.End();
+    if (arguments.Error()) return {};
     RequireTriples(vertices, kVertices);
     RequireTriples(triangles, kTriangles);
     auto part = std::make_shared<const hst_Part>(
@@ -173,7 +173,7 @@ py_Result New(omu_Arguments& arguments) {
 }
 
 py_Result Vertices(const py_Part& self, omu_Arguments& arguments) {
-    arguments.End();
+    if (arguments.Error()) return {};
     std::vector<double> numbers;
     for (int i = 0; i < self->VertexCount(); ++i) {
         const gsl_Point vertex = self->PlacedVertex(i);
@@ -184,7 +184,7 @@ py_Result Vertices(const py_Part& self, omu_Arguments& arguments) {
 }
 
 py_Result Triangles(const py_Part& self, omu_Arguments& arguments) {
-    arguments.End();
+    if (arguments.Error()) return {};
     std::vector<int> numbers;
     for (int i = 0; i < self->TriangleCount(); ++i) {
         for (const int vertex : self->Triangle(i)) numbers.push_back(vertex);

@@ -17,7 +17,7 @@ py_Result CheckName(omu_Arguments& arguments) {
     int mode = 0;
     arguments.Get(name, kName);
     arguments.Get(mode, kMode);
-    arguments.End();
+    if (arguments.Error()) return {};
     py_RefuseZeroBytes(name.AsString());
     const omu_CorvixName tested(name.AsString(), static_cast<omu_CorvixNameEnum>(mode));
     return {};
@@ -26,7 +26,7 @@ py_Result CheckName(omu_Arguments& arguments) {
 py_Result LegalFileName(omu_Arguments& arguments) {
     cow_String name;
     arguments.Get(name, kName);
-    arguments.End();
+    if (arguments.Error()) return {};
     py_RefuseZeroBytes(name);
     omu_CorvixName::MakeLegalFileName(name);
     return py_Return(name);
@@ -38,7 +38,7 @@ py_Result LegalGuiName(omu_Arguments& arguments) {
     arguments.Get(name, kName);
     arguments.Optional();
     arguments.Get(fallback, kFallback);
-    arguments.End();
+    if (arguments.Error()) return {};
     py_RefuseZeroBytes(name);
     py_RefuseZeroBytes(fallback);
     omu_CorvixName::MakeLegalGuiName(name, fallback.Characters());

@@ -20,7 +20,7 @@ py_Result NewFromComponents(omu_Arguments& arguments) {
     arguments.Get(x, kX);
     arguments.Get(y, kY);
     arguments.Get(z, kZ);
-    arguments.End();
+    if (arguments.Error()) return {};
     return py_Return(T(x, y, z));
 }
 
@@ -38,14 +38,14 @@ cow_String TripleText(const T& triple) {
 py_Result Distance(const gsl_Point& self, omu_Arguments& arguments) {
     gsl_Point point;
     arguments.Get(point, kPoint);
-    arguments.End();
+    if (arguments.Error()) return {};
     return py_Return(self.GetDistance(point));
 }
 
 py_Result IsOn(const gsl_Point& self, omu_Arguments& arguments) {
     gsl_Point point;
     arguments.Get(point, kPoint);
-    arguments.End();
+    if (arguments.Error()) return {};
     return py_Return(self.IsOn(point));
 }
 
@@ -73,7 +73,7 @@ py_Result Angle(const gsl_Vector& self, omu_Arguments& arguments) {
 }
 
 py_Result Unit(const gsl_Vector& self, omu_Arguments& arguments) {
-    arguments.End();
+    if (arguments.Error()) return {};
     return py_Return(self.NormalizedCopy());
 }
 

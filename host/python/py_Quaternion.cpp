@@ -29,7 +29,7 @@ py_Result New(omu_Arguments& arguments) {
     arguments.Get(y, kY);
     arguments.Get(z, kZ);
     arguments.Get(w, kW);
-    arguments.End();
+    if (arguments.Error()) return {};
     return py_Return(Make(x, y, z, w));
 }
 
@@ -38,7 +38,7 @@ py_Result FromAxis(omu_Arguments& arguments) {
     double angleRad = 0;
     arguments.Get(axis, kAxis);
     arguments.Get(angleRad, kAngle);
-    arguments.End();
+    if (arguments.Error()) return {};
     if (!axis.Normalize()) return py_Return(Make(0, 0, 0, 1));
     const double sine = std::sin(angleRad / 2);
     return py_Return(Make(axis.DeltaX() * sine, axis.DeltaY() * sine, axis.DeltaZ() * sine,
@@ -48,22 +48,22 @@ py_Result FromAxis(omu_Arguments& arguments) {
 py_Result FromMatrix(omu_Arguments& arguments) {
     gsl_Matrix matrix;
     arguments.Get(matrix, kMatrix);
-    arguments.End();
+    if (arguments.Error()) return {};
     return py_Return(py_Quaternion(res_QUATERNION_3D, matrix));
 }
 
 py_Result Inverse(const py_Quaternion& self, omu_Arguments& arguments) {
-    arguments.End();
+    if (arguments.Error()) return {};
     return py_Return(self.inverse());
 }
 
 py_Result Cosines(const py_Quaternion& self, omu_Arguments& arguments) {
-    arguments.End();
+    if (arguments.Error()) return {};
     return py_Return(self.cosines());
 }
 
 py_Result RotationVector(const py_Quaternion& self, omu_Arguments& arguments) {
-    arguments.End();
+    if (arguments.Error()) return {};
     const utf_Vector<double> vector = self.toVector();
     return py_Return(gsl_Vector(vector[0], vector[1], vector[2]));
 }
