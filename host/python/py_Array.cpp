@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "host/python/py_Call.h"
+#include "host/python/py_Object.h"
 #include "host/python/py_Reference.h"
 #include "omu/omu_PrimArray.h"
 #include "omu/omu_PrimList.h"
@@ -477,14 +478,14 @@ void ReleaseBuffer(PyObject*, Py_buffer* view) { delete static_cast<Export*>(vie
 template <auto command>
 PyObject* EnterMethod(PyObject* self, PyObject* const* values, Py_ssize_t positional,
                       PyObject* keywords) {
-    return py_Call(py_Values{values, positional, keywords}, [self](omu_Arguments& arguments) {
+    return py_Call(py_CallValues{values, positional, keywords}, [self](omu_Arguments& arguments) {
         return command(ArrayToChange(self), arguments);
     });
 }
 
 template <auto command>
 PyMethodDef Method(const char* name, const char* doc) {
-    return py_detail::MethodDef(name, &EnterMethod<command>, 0, doc);
+    return py_detail::MethodDef(name, &EnterMethod<command>, doc);
 }
 
 PyMethodDef kMethods[] = {
@@ -545,12 +546,14 @@ py_BufferKind py_KindOfBuffer(PyObject* exporter) {
     const Buffer buffer(exporter);
     if (buffer.View().ndim > 0) return py_BufferKind::Array;
     switch (ElementFormat(buffer.View().format).kind) {
+        case ElementFormat::Kind::Floating:
+            return py_BufferKind::Floating;
         case ElementFormat::Kind::Boolean:
             return py_BufferKind::Boolean;
         case ElementFormat::Kind::Complex:
             return py_BufferKind::Complex;
         default:
-            return py_BufferKind::Number;
+            return py_BufferKind::Other;
     }
 }
 

@@ -8,10 +8,11 @@
 
 /// What an object that exports a buffer is to the library.
 enum class py_BufferKind {
-    Array,    ///< it has dimensions
-    Number,   ///< a single value: an integer or floating number,
-    Boolean,  ///< a truth value
-    Complex,  ///< or a complex number, as numpy's scalars are
+    Array,     ///< it has dimensions
+    Floating,  ///< a single value, as numpy's scalars are: a floating number,
+    Boolean,   ///< a truth value,
+    Complex,   ///< a complex number,
+    Other,     ///< an integer or anything else
 };
 [[nodiscard]] py_BufferKind py_KindOfBuffer(PyObject* exporter);
 

@@ -5,7 +5,7 @@
 #include "host/python/py_Reference.h"
 #include "host/python/py_Text.h"
 
-omu_Arguments py_Packed(const py_Values& values) {
+omu_Arguments py_Packed(const py_CallValues& values) {
     static const omu_Arguments::Keywords noKeywords;
     py_Converter converter;
     PyObject* const* value = values.values;

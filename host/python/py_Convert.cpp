@@ -71,14 +71,15 @@ NewPrimitive FromForeign(PyObject* value) {
                 return std::make_unique<omu_PrimBoolean>(PyObject_IsTrue(value) == 1);
             case py_BufferKind::Complex:
                 return FromComplex(value);
-            case py_BufferKind::Number:
+            case py_BufferKind::Floating:
+                if (HasFloat(value)) return FromFloat(py_Reference(PyNumber_Float(value)).Get());
+                break;
+            case py_BufferKind::Other:
                 break;
         }
     }
     if (PyIndex_Check(value)) return FromInteger(py_Reference(PyNumber_Index(value)).Get());
-    if (HasFloat(value)) {
-        return FromFloat(py_Reference(PyNumber_Float(value)).Get());
-    }
+    if (HasFloat(value)) return FromFloat(py_Reference(PyNumber_Float(value)).Get());
     if (PyObject_HasAttrString(value, "__fspath__")) {
         const py_Reference path(PyOS_FSPath(value));
         if (PyUnicode_Check(path.Get())) {

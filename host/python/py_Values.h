@@ -6,7 +6,7 @@
 #include "g3d/g3d_Color.h"
 #include "gsl/gsl_BBox.h"
 #include "gsl/gsl_Matrix.h"
-#include "host/python/py_Call.h"
+#include "host/python/py_Class.h"
 #include "host/python/py_Value.h"
 #include "omu/omu_ArgumentTypes.h"
 #include "omu/omu_PrimNone.h"

@@ -170,6 +170,8 @@ class OfNumpy(unittest.TestCase):
         self.assertEqual(ktsovu.Point(numpy.float32(0.5), numpy.int8(2), numpy.uint64(3)),
                          ktsovu.Point(0.5, 2, 3))
         self.assertEqual(ktsovu.array([numpy.float16(2), numpy.longdouble(3)]).tolist(), [2.0, 3.0])
+        self.assertEqual(str(ktsovu.array([numpy.array(3), numpy.int64(4)])), "array([3, 4], 'i')")
+        self.assertEqual(str(ktsovu.array([numpy.array(3.5)])), "array([3.5], 'd')")
         box = ktsovu.BBox((0, 0, 0))
         self.assertEqual(ktsovu.Point(0, 0, 0).distance(numpy.array([3, 4, 0])), 5.0)
         self.assertTrue(box.contains(numpy.zeros(3)))
