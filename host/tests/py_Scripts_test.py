@@ -145,7 +145,7 @@ class Scripts(unittest.TestCase):
         self.assertEqual([(p.kind, p.first, p.second, p.length) for p in result.pairs()],
                          [(p["kind"].replace("tooClose", "too close"), p["first"], p["second"],
                            p.get("depth", p.get("clearance"))) for p in printed["pairs"]])
-        self.assertEqual(str(result.lengths()), "(0.5, 1.5)")
+        self.assertEqual(result.lengths().tolist(), [0.5, 1.5])
         points = memoryview(result.points()).tolist()
         self.assertEqual(points[1], [p for pair in printed["pairs"][1:] for p in (pair["onFirst"], pair["onSecond"])])
         parts = ktsovu.readModel(cubes)
