@@ -12,8 +12,8 @@
 /// since the tag could differ: holders replace the object.
 ///
 /// Kept: equality compares "value" and "uvalue" alone, so `int` 1 equals `double` 1.0, while the
-/// unsigned 5 differs from the `int` 5, where one would expect numbers to be equal or types to
-/// count. Scripts compare numbers of any type with each other.
+/// unsigned 5 differs from the `int` 5 and a NaN from itself, where one would expect numbers to be
+/// equal or types to count. Scripts compare numbers of any type with each other.
 class KTSOVUGEOM_API omu_PrimNumber : public omu_Primitive {
   public:
     /// The type that a number was built from, by the value that archives keep.
@@ -56,7 +56,11 @@ class KTSOVUGEOM_API omu_PrimNumber : public omu_Primitive {
         return static_cast<float>(number);
     }
     /// The text of a floating number as scripts show it: up to 15 significant digits, with ".0"
-    /// behind a whole number without an exponent ("3.0", "1e-05", "inf.0", "nan.0").
+    /// behind a whole number without an exponent ("3.0", "1e-05").
+    ///
+    /// Kept: infinities read "inf.0" and "-inf.0" and every NaN "nan.0", where one would expect
+    /// "inf" and "nan" as Python writes them. Scripts tell a floating number by the point or the
+    /// exponent in its text.
     [[nodiscard]] static cow_String FloatText(double number);
 
     /// "int" or "float".
