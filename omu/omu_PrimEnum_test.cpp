@@ -199,9 +199,14 @@ TEST(omu_SymbolicConstantTable, RefusesWithALineAndChangesNothing) {
               }),
               "omu_SymbolicConstantTable::CreatePythonSymbolicConstant('bad%s', 2) ignored\n");
     EXPECT_EQ(made, std::vector<cow_String>{"A"});
-    EXPECT_EQ(PrintedBy([&] { table.PrintContents(); }),
+    omi_SingletonBase<Table>::Finalize();
+}
+
+TEST(omu_SymbolicConstantTable_Kept, TheHeaderOfTheContentsHasALetterBeforeTheProcessId) {
+    Table::Instance().AddString("bad%s");
+    EXPECT_EQ(PrintedBy([] { Table::Instance().PrintContents(); }),
               "CONTENTS of omu_SymbolicConstantTable  pid:Ox" + Pid() +
-                  "\n    0   _UNSPECIFIED\n    1   A\n    2   bad%s\n"
+                  "\n    0   _UNSPECIFIED\n    1   bad%s\n"
                   "--------------------omu------------ pid:0x" +
                   Pid() + "\n");
     omi_SingletonBase<Table>::Finalize();
@@ -233,6 +238,14 @@ TEST(omu_SymbolicConstantData, RefusedEntriesPrintAndStayUnset) {
     EXPECT_EQ(refusal(3u), "omu_SymbolicConstantData(3) id > Size (2)\n");
     EXPECT_EQ(PrintedBy([&] { EXPECT_FALSE(entry.Set("SECOND", 2)); }),
               "omu_SymbolicConstantData(SECOND, 2) _id is not 0\n");
+    EXPECT_EQ(
+        PrintedBy([] {
+            omu_SymbolicConstantData reserved;
+            EXPECT_FALSE(reserved.Set("_UNSPECIFIED"));
+            EXPECT_TRUE(reserved.Set("FIRST"));
+        }),
+        "omu_SymbolicConstantTable::AddString(_UNSPECIFIED) name already in table: 0/2  pid=" +
+            Pid() + "\n");
     EXPECT_EQ(PrintedBy([] { EXPECT_EQ(omu_SymbolicConstantData().GetText(), ""); }),
               "omu_SymbolicConstantData::getText() text is EMPTY\n");
     EXPECT_EQ(table.Size(), 2u);

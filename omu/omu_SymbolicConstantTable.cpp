@@ -162,7 +162,8 @@ bool omu_SymbolicConstantData::Set(const cow_String& name, unsigned id, const ch
     text = name;
     ownId = table.AddSCD(*this);
     Trace("%s:omu_SymbolicConstantData(%s, %u) -> id %u\n", name, id, ownId);
-    return true;
+    if (ownId == 0) text = {};  // the reserved name, which the table refuses to add
+    return ownId != 0;
 }
 
 const cow_String& omu_SymbolicConstantData::GetText() const {

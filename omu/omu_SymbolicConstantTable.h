@@ -46,6 +46,10 @@ class KTSOVUGEOM_API omu_SymbolicConstantTable {
     }
 
     /// Prints header, one line an entry, and closing line on standard error.
+    ///
+    /// Kept: the header opens the process id with a letter, "pid:Ox", the closing line with a zero,
+    /// "pid:0x", where one would expect the zero in both. What cuts the table out of a log finds
+    /// its ends by them.
     void PrintContents() const;
 
   private:
