@@ -158,7 +158,7 @@ class omu_PrimDictionary : public omu_PrimDictionaryBase {
         }
         [[nodiscard]] int IndexOf(const Key& key) const;
         void Append(const Key& key, const omu_PrimHandle& value);
-        void RebuildIndex();
+        void Remove(int position) noexcept;
         [[nodiscard]] omu_PrimNesting Counted() const noexcept;
 
         std::vector<Entry> list;
@@ -191,10 +191,10 @@ void omu_PrimDictionary<Key>::Entries::Append(const Key& key, const omu_PrimHand
     if (list.empty()) list.reserve(kFew / 2);
     list.push_back({key, value});
     try {
-        if (list.size() == kFew + 1) {
-            RebuildIndex();
-        } else if (list.size() > kFew) {
-            index.emplace(key, static_cast<int>(list.size()) - 1);
+        if (list.size() > kFew) {
+            for (std::size_t i = index.size(); i < list.size(); ++i) {
+                index.emplace(list[i].key, static_cast<int>(i));
+            }
         }
     } catch (...) {
         list.pop_back();
@@ -204,10 +204,13 @@ void omu_PrimDictionary<Key>::Entries::Append(const Key& key, const omu_PrimHand
 }
 
 template <class Key>
-void omu_PrimDictionary<Key>::Entries::RebuildIndex() {
-    index.clear();
-    if (list.size() <= kFew) return;
-    for (std::size_t i = 0; i < list.size(); ++i) index.emplace(list[i].key, static_cast<int>(i));
+void omu_PrimDictionary<Key>::Entries::Remove(int position) noexcept {
+    index.erase(At(position).key);
+    list.erase(list.begin() + position);
+    if (list.size() <= kFew) index.clear();
+    for (auto& [key, place] : index) {
+        if (place > position) --place;
+    }
 }
 
 template <class Key>
@@ -251,8 +254,7 @@ bool omu_PrimDictionary<Key>::Remove(const Key& key) {
     const int index = entries->IndexOf(key);
     if (index < 0) return false;
     Entries& own = *entries.Get();
-    own.list.erase(own.list.begin() + index);
-    own.RebuildIndex();
+    own.Remove(index);
     own.nesting = own.Counted();
     return true;
 }
