@@ -145,6 +145,8 @@ class KTSOVUGEOM_API omu_PrimTuple : public omu_PrimSequence {
     /// The exception for a recorded type fault.
     [[nodiscard]] omu_ArgTypeErrorException TypeFault() const;
 
+    /// The part of the element that the fault lies in. Assigned first, as that alone can fail.
+    std::vector<int> faultPlace;
     int size = 0;      ///< elements that can be read; follows the length
     int cursor = 0;    ///< elements asked for
     int reqcount = 0;  ///< required ones of them
@@ -156,7 +158,6 @@ class KTSOVUGEOM_API omu_PrimTuple : public omu_PrimSequence {
     bool lastWasRequired = false;  ///< what the last `Get` counted as
     cow_String typeFound;
     cow_String typeExpected;
-    std::vector<int> faultPlace;  ///< the part of the element that the fault lies in
 
   private:
     struct TextRules;
