@@ -358,10 +358,10 @@ void omu_PrimArray::AppendText(std::string& text, int dimension, const char*& el
         if (i > 0) text += ", ";
         if (dimension + 1 < numDims) {
             AppendText(text, dimension + 1, element);
-            continue;
+        } else {
+            AppendNumber(text, element, elementType);
+            element += ConstGetItemSize();
         }
-        AppendNumber(text, element, elementType);
-        element += ConstGetItemSize();
         if (static_cast<std::int64_t>(text.size()) > kMaxBytes) {
             throw std::length_error("text of an array");
         }
