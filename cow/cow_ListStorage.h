@@ -55,7 +55,9 @@ class cow_ListStorage {
     /// Shares the table of `other`.
     cow_ListStorage(const cow_ListStorage& other) noexcept;
     ~cow_ListStorage() {
-        if (tableCount->Decrement() == 0) FreeAll();
+        if (tableCount->Decrement() != 0) return;
+        FreeBlocks();
+        delete tableCount;
     }
     cow_ListStorage& operator=(const cow_ListStorage& other) noexcept;
     void Swap(cow_ListStorage& other) noexcept;
@@ -113,7 +115,8 @@ class cow_ListStorage {
     void DropFirst() noexcept;
     /// Keeps the first `n` elements, 0 < n < length.
     void Truncate(int n);
-    /// Destroys all elements and goes back to the default block size.
+    /// Destroys all elements and goes back to the default block size. Takes memory only when the
+    /// table is shared.
     void Clear();
 
   private:
@@ -126,7 +129,8 @@ class cow_ListStorage {
     static constexpr std::size_t largestGroupBytes = std::size_t{1} << 16;
 
     void Initialize(int sizeHint);
-    void FreeAll() noexcept;
+    /// Frees the blocks and the table, which no other storage has.
+    void FreeBlocks() noexcept;
 
     [[nodiscard]] std::uint32_t PositionOf(int i) const noexcept {
         return static_cast<std::uint32_t>(start) + static_cast<std::uint32_t>(i);
@@ -264,7 +268,7 @@ void cow_ListStorage<T>::Initialize(int sizeHint) {
 }
 
 template <class T>
-void cow_ListStorage<T>::FreeAll() noexcept {
+void cow_ListStorage<T>::FreeBlocks() noexcept {
     for (int first = 0; first < blockSlots; first += slotGroup) {
         if (!IsRunOfGroup(first)) {
             ReleaseBlocks(first, std::min(first + slotGroup, blockSlots));
@@ -276,7 +280,6 @@ void cow_ListStorage<T>::FreeAll() noexcept {
         }
     }
     FreeTable();
-    delete tableCount;
 }
 
 template <class T>
@@ -707,6 +710,18 @@ void cow_ListStorage<T>::Truncate(int n) {
 
 template <class T>
 void cow_ListStorage<T>::Clear() {
-    cow_ListStorage fresh;
-    Swap(fresh);
+    if (tableCount->References() == 1) {
+        FreeBlocks();
+        tableCount->appendEnd = 0;
+        tableCount->room = 0;
+    } else {
+        cow_ListTableHead* const fresh = new cow_ListTableHead;
+        tableCount->Decrement();
+        tableCount = fresh;
+    }
+    table = nullptr;
+    length = 0;
+    blockSlots = 0;
+    blockShift = defaultShift;
+    start = 0;
 }

@@ -8,6 +8,7 @@
 #include "foundation/coreutils/typ_ArchCompTable.h"
 #include "foundation/shared/KTSBasShared.h"
 #include "foundation/shared/cls_ClassRegistrar.h"
+#include "testing/test_Rounds.h"
 
 namespace {
 
@@ -20,7 +21,7 @@ TEST(KTSOvuGeomLoad, UnloadingDetachesAndLeavesNoPointerInTheFoundation) {
     cls_MetadataRegistrar& registrar = omi_Singleton<cls_MetadataRegistrar>::Instance();
     (void)registrar.ClassRegistrar();
     const std::size_t blocks = mem_LiveBlocks();
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < test_Rounds(1000); ++i) {
         void* library = dlopen(kLibrary, RTLD_NOW | RTLD_LOCAL);
         ASSERT_NE(library, nullptr) << dlerror();
         ASSERT_EQ(typ_ArchCompTable::RowCount(778), 15);

@@ -21,6 +21,7 @@
 #include "omu/omu_TypeErrorException.h"
 #include "testing/test_Environment.h"
 #include "testing/test_Random.h"
+#include "testing/test_Rounds.h"
 
 namespace {
 
@@ -174,7 +175,7 @@ TEST(omu_Arguments, ReadsEveryCallAsTheModelDoes) {
     const char kinds[] = {'i', 'i', 'i', 'f', 's'};
     const char* const names[] = {"a", "b", "c", "d", "e", "zz"};
     std::map<std::string, int> outcomes;
-    for (int i = 0; i < 60000; ++i) {
+    for (int i = 0; i < test_Rounds(60000); ++i) {
         std::string positional;
         for (int n = random.Below(5); n > 0; --n) positional += kinds[random.Below(5)];
         Model::Keywords keywords;
@@ -516,7 +517,7 @@ Nested Changed(test_Random& random, Nested nested) {
 TEST(omu_Arguments, ReadsNestedArgumentsAsTheModelDoes) {
     test_Random random(55);
     int passed = 0, atDepth = 0;
-    for (int i = 0; i < 8000; ++i) {
+    for (int i = 0; i < test_Rounds(8000); ++i) {
         const Nested given = RandomNested(random, 3);
         const Nested wanted = Changed(random, given);
         const bool byKeyword = i % 2 == 0;
