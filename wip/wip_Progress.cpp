@@ -20,14 +20,15 @@ void wip_Progress::Initialize(const atr_String& message, KTSBasStringMode) {
 }
 
 bool wip_Progress::Push(float fraction) {
+    if (!IsFraction(fraction)) return false;
     // A copy: the message goes on after the list has changed.
     const atr_String message = levels.First().message;
     return Push(fraction, message);
 }
 
 bool wip_Progress::Push(float fraction, const atr_String& message, KTSBasStringMode) {
-    const wip_ProgressState& top = levels.First();
     if (!IsFraction(fraction)) return false;
+    const wip_ProgressState& top = levels.First();
     const float start = top.current;
     const float end = std::min(start + (top.end - top.start) * fraction, top.end);
     levels.Prepend({start, end, start, message});

@@ -20,17 +20,22 @@ struct wip_ProgressState {
 ///     progress.Pop(1);                 // half of this level is done, whatever was updated
 ///
 /// The stack changes first and then the milestone goes to `wip_WIP`, so that it is consistent when
-/// the report raises; every `Update` and `Pop` reports, the same percentage again too. Without a
-/// reporter both raise (`wip_WIPBase`) after the change. All arithmetic is in single precision.
-///
-/// A new stack is empty until `Initialize`. Asking an empty one for its top (`Push`, `Update`,
-/// `CurrentProgress`, `CurrentMessage`) ends the process: use `wip_ProgressObj`, which does not.
-/// Messages are kept as given, whatever their `mode`: they are translated when they are shown, and
-/// reports pass `wip_WIPBase::kDefaultMode`. One thread at a time.
+/// the report raises; every `Update` and `Pop` reports, the same percentage again too. All
+/// arithmetic is in single precision. A new stack is empty until `Initialize`. Messages are kept as
+/// given, whatever their `mode`: they are translated when they are shown, and reports pass
+/// `wip_WIPBase::kDefaultMode`. One thread at a time.
 ///
 /// Kept: the percentage is the fraction times 100 plus 0.01, rounded down, so that 99,991 of
 /// 100,000 steps are 100 percent already, where one would have expected 99; bars that close at 100
 /// rely on rounding errors never leaving them at 99.
+///
+/// Kept: `Update`, `Pop` and `Finish` without a reporter raise "WipReporter != 0" after the change,
+/// where one would have expected them to pass in silence; hosts rely on it to find what runs before
+/// they registered one. `wip_ProgressObj` passes in silence.
+///
+/// Kept: asking an empty stack for its top (`Push` and `Update` of a fraction, `Update` of a
+/// message, `CurrentProgress`, `CurrentMessage`) ends the process, where one would have expected
+/// false or 0; those who debug rely on seeing the place. `wip_ProgressObj` answers false.
 class KTSOVUGEOM_API wip_Progress {
   public:
     /// An empty stack.
@@ -46,8 +51,9 @@ class KTSOVUGEOM_API wip_Progress {
     /// Kept: nothing is reported, not even a new message, where one would have expected to see it
     /// at once; it is shown with the first step within the level, as quick ones need not flicker.
     ///
-    /// Repeated in a loop, parts of 1/n add up with the rounding of each; tell the place in a loop
-    /// by `Update(i, n)`.
+    /// Kept: 1,000 times `Push(0.001f)` and `Pop(1)` end near 0.99999, where one would have
+    /// expected 1: each level starts where rounding left the one before, which callers rely on to
+    /// find their parts without gaps. Tell the place in a loop by `Update(i, n)`.
     bool Push(float fraction);
     bool Push(float fraction, const atr_String& message,
               KTSBasStringMode mode = wip_WIPBase::kDefaultMode);

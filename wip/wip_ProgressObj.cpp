@@ -126,5 +126,7 @@ void wip_ProgressObj::Finish() {
 
 void wip_ProgressObj::Restart() {
     Drop();
+    if (madeBottom) wip_WIP::Instance().Progress().Clear();
+    madeBottom = false;
     if (beginsAtOnce) Begin();
 }

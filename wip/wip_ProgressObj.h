@@ -72,7 +72,8 @@ class KTSOVUGEOM_API wip_ProgressObj {
     /// Pops its own levels and, when it made the bottom level, ends the operation: 100 percent is
     /// reported and the stack is empty.
     void Finish();
-    /// Takes its own levels away without a report and begins as constructed.
+    /// Takes its own levels, and the bottom one if it made that, away without a report and begins
+    /// as constructed.
     void Restart();
 
   private:

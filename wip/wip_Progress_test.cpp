@@ -64,9 +64,8 @@ TEST_F(wip_ProgressTest, RefusesWhatIsNoFractionOrCount) {
     EXPECT_FALSE(stack.Pop(1)) << "only the bottom level is left";
     EXPECT_THAT(reporter.Take(), ElementsAre("start 25"));
     stack.Clear();
-    EXPECT_FALSE(stack.Pop(1));
     EXPECT_EQ(stack.Depth(), -1);
-    EXPECT_DEATH(stack.Update(0.5f), "");
+    EXPECT_FALSE(stack.Pop(1) || stack.Push(1.5f) || stack.Push(kNaN, "x") || stack.Update(1.5f));
 }
 
 TEST_F(wip_ProgressTest, RoundsInSinglePrecision) {
@@ -106,9 +105,27 @@ TEST_F(wip_ProgressTest, ChangesBeforeItReports) {
     EXPECT_ANY_THROW(stack.Update(1.0f));
     EXPECT_ANY_THROW(stack.Pop(1));
     EXPECT_EQ(stack.CurrentProgress(), 0.5f);
+}
+
+TEST_F(wip_Progress_Kept, RaisesWithoutAReporterOnceItHasChanged) {
     wip_WIP::Instance().SetWipReporter(nullptr);
     EXPECT_THROW(stack.Update(0.25f), nex_PrimException);
     EXPECT_EQ(stack.CurrentProgress(), 0.25f);
+}
+
+TEST_F(wip_Progress_Kept, EndsTheProcessWhenAskedForTheTopOfNothing) {
+    stack.Clear();
+    EXPECT_DEATH(stack.Update(0.5f), "");
+    EXPECT_DEATH(stack.Push(0.5f), "");
+}
+
+TEST_F(wip_Progress_Kept, PartsAddUpWithTheirRounding) {
+    for (int i = 0; i < 1000; ++i) {
+        stack.Push(0.001f);
+        stack.Pop(1);
+    }
+    EXPECT_LT(stack.CurrentProgress(), 1.0f);
+    EXPECT_EQ(reporter.Take().back(), "start 100");
 }
 
 TEST_F(wip_Progress_Kept, AHundredPercentBeforeTheLastSteps) {
@@ -224,6 +241,10 @@ TEST_F(wip_ProgressObjTest, TakesItsOwnLevelsOnly) {
         inner.Finish();
     }
     outer.Finish();
+    wip_ProgressObj late;
+    late.Initialize();
+    late.Restart();
+    EXPECT_FALSE(stack.HasProgress()) << "as constructed";
     EXPECT_THAT(reporter.Take(), ElementsAre("inner 50", "outer 100", "outer 100"));
 }
 
