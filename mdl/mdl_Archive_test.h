@@ -65,15 +65,13 @@ std::unique_ptr<T> test_Load(const test_Bytes& bytes) {
 /// As `test_Load` also for a record that was refused in the end: what the reading constructor made
 /// of it, and the lines on standard error.
 template <class T>
-std::unique_ptr<T> test_LoadDamaged(const test_Bytes& bytes, std::string& lines,
-                                    const cls_ClassRegistrar& registrar = idb_RegisteredClasses()) {
+std::unique_ptr<T> test_LoadDamaged(const test_Bytes& bytes, std::string& lines) {
     std::unique_ptr<T> object;
     idb_LoadFault fault;
     testing::internal::CaptureStderr();
     static_cast<void>(idb_LoadRecord(
         bytes.data(), bytes.size(), T::TypeId(),
-        [&object](cls_ReadVisitor& visitor) { object = std::make_unique<T>(visitor); }, fault,
-        registrar));
+        [&object](cls_ReadVisitor& visitor) { object = std::make_unique<T>(visitor); }, fault));
     lines = testing::internal::GetCapturedStderr();
     return object;
 }
