@@ -96,6 +96,8 @@ void AddLabel(const Label& label, bool isLeft, double width, const std::vector<h
 
 annC_AnnotationContainer clr_Annotate(const std::vector<hst_Part>& parts, const clr_Report& report,
                                       std::size_t count, const clr_Viewport& viewport) {
+    const double room = (viewport.height - 2 * kMargin) / kLabelHeight;
+    count = std::min(count, 2 * static_cast<std::size_t>(std::max(room, 0.0)));
     std::vector<Label> all;
     for (const clr_Finding& finding : report.pairs) {
         if (all.size() == count) break;

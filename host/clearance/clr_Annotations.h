@@ -20,7 +20,7 @@ struct clr_Viewport {
 /// length and names, stands at the left margin for the half of the places that lie farther left in
 /// the picture, else at the right; the arrow runs from it to the middle between the two points
 /// where the length is reached. Labels of a margin stand in the order of their places and never on
-/// each other.
+/// each other, and no more get one than have room: 15 a margin of a picture 1200 pixels high.
 [[nodiscard]] annC_AnnotationContainer clr_Annotate(const std::vector<hst_Part>& parts,
                                                     const clr_Report& report, std::size_t count,
                                                     const clr_Viewport& viewport);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <numeric>
 #include <string_view>
@@ -66,7 +67,8 @@ std::string NameTable::NearestNames(std::string_view name) const {
     return text;
 }
 
-/// The numbers of a list with commas, or none when one is no finite number.
+/// The numbers of a list with commas, or none when one is no number that single precision holds, as
+/// all coordinates do, so that the square of no distance overflows.
 std::vector<double> ParseNumbers(std::string_view text) {
     std::vector<double> numbers;
     for (;;) {
@@ -74,7 +76,7 @@ std::vector<double> ParseNumbers(std::string_view text) {
         double number = 0;
         const auto [end, error] = std::from_chars(item.data(), item.data() + item.size(), number);
         const bool isWhole = error == std::errc() && end == item.data() + item.size();
-        if (!isWhole || !std::isfinite(number)) return {};
+        if (!isWhole || !(std::abs(number) <= std::numeric_limits<float>::max())) return {};
         numbers.push_back(number);
         if (item.size() == text.size()) return numbers;
         text.remove_prefix(item.size() + 1);

@@ -54,9 +54,7 @@ clr_Body::clr_Body(const hst_Part& part)
 
 bool clr_Body::HasArea(const hst_Part& part) {
     const std::vector<clr_Triangle> triangles = Mesh(part).Triangles();
-    return std::any_of(triangles.begin(), triangles.end(), [](const clr_Triangle& t) {
-        return clr_LengthSq(clr_Cross(t[1] - t[0], t[2] - t[0])) > 0;
-    });
+    return std::any_of(triangles.begin(), triangles.end(), clr_HasArea);
 }
 
 clr_Body::Side clr_Body::SideOf(const clr_Vec& point) const {

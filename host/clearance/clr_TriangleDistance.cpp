@@ -2,16 +2,27 @@
 
 namespace {
 
+/// The normal of a triangle, as long as twice its area; none where the triangle is a line.
+clr_Vec NormalOf(const clr_Triangle& triangle) noexcept {
+    // The normal is rounded by 1e-16 of the product of two sides, so that taking a thinner triangle
+    // as a face would be as far off as taking it as its edges.
+    constexpr double kLeastSine = 1e-8;
+    const clr_Vec a = triangle[1] - triangle[0];
+    const clr_Vec b = triangle[2] - triangle[0];
+    const double longestSq = std::max({clr_LengthSq(a), clr_LengthSq(b), clr_LengthSq(b - a)});
+    const double least = kLeastSine * longestSq;
+    const clr_Vec normal = clr_Cross(a, b);
+    return clr_LengthSq(normal) > least * least ? normal : clr_Vec();
+}
+
 /// A triangle with the normal that all its tests share.
 struct Face {
     const clr_Triangle& corner;
-    clr_Vec normal;  ///< of twice the area
+    clr_Vec normal;  ///< of twice the area; of no length where the triangle counts as its edges
     double normalSq;
 
     explicit Face(const clr_Triangle& triangle) noexcept
-        : corner(triangle),
-          normal(clr_Cross(triangle[1] - triangle[0], triangle[2] - triangle[0])),
-          normalSq(clr_LengthSq(normal)) {}
+        : corner(triangle), normal(NormalOf(triangle)), normalSq(clr_LengthSq(normal)) {}
 
     /// The distance of `p` above the plane, times the length of the normal.
     [[nodiscard]] double Height(const clr_Vec& p) const noexcept {
@@ -21,10 +32,18 @@ struct Face {
     [[nodiscard]] bool IsAbove(const clr_Vec& p) const noexcept {
         return IsLeftOf(0, 1, p) && IsLeftOf(1, 2, p) && IsLeftOf(2, 0, p);
     }
+    /// The same with room for rounding, so that nothing slips through between two triangles.
+    [[nodiscard]] bool IsAboveOrBeside(const clr_Vec& p) const noexcept {
+        constexpr double kRoom = 1e-12;  // of the length of the edge
+        const double room = kRoom * std::sqrt(normalSq);
+        return IsLeftOf(0, 1, p, room) && IsLeftOf(1, 2, p, room) && IsLeftOf(2, 0, p, room);
+    }
 
   private:
-    [[nodiscard]] bool IsLeftOf(std::size_t from, std::size_t to, const clr_Vec& p) const noexcept {
-        return clr_Dot(normal, clr_Cross(corner[to] - corner[from], p - corner[from])) >= 0;
+    [[nodiscard]] bool IsLeftOf(std::size_t from, std::size_t to, const clr_Vec& p,
+                                double room = 0) const noexcept {
+        const clr_Vec edge = corner[to] - corner[from];
+        return clr_Dot(normal, clr_Cross(edge, p - corner[from])) >= -room * clr_LengthSq(edge);
     }
 };
 
@@ -104,14 +123,11 @@ bool ImproveByCorners(const clr_Triangle& corners, const Heights& heights, const
     return improved;
 }
 
-/// Where the segment between two points at these heights passes the face.
-std::optional<double> CrossingOf(const clr_Vec& start, double startHeight, const clr_Vec& end,
-                                 double endHeight, const Face& face) noexcept {
+/// Where a segment whose ends lie at these heights passes the plane.
+std::optional<double> PassingOf(double startHeight, double endHeight) noexcept {
     const bool passes = startHeight >= 0 ? endHeight <= 0 : endHeight >= 0;
     if (!passes || startHeight == endHeight) return std::nullopt;
-    const double parameter = startHeight / (startHeight - endHeight);
-    if (!face.IsAbove(start + parameter * (end - start))) return std::nullopt;
-    return parameter;
+    return startHeight / (startHeight - endHeight);
 }
 
 /// A point where an edge of the triangle passes the face.
@@ -119,14 +135,19 @@ std::optional<clr_Vec> FindPassing(const clr_Triangle& triangle, const Heights& 
                                    const Face& face) noexcept {
     for (std::size_t i = 0; i < 3; ++i) {
         const std::size_t next = (i + 1) % 3;
-        const auto parameter =
-            CrossingOf(triangle[i], heights[i], triangle[next], heights[next], face);
-        if (parameter) return triangle[i] + *parameter * (triangle[next] - triangle[i]);
+        const auto parameter = PassingOf(heights[i], heights[next]);
+        if (!parameter) continue;
+        const clr_Vec point = triangle[i] + *parameter * (triangle[next] - triangle[i]);
+        if (face.IsAbove(point)) return point;
     }
     return std::nullopt;
 }
 
 }  // namespace
+
+bool clr_HasArea(const clr_Triangle& triangle) noexcept {
+    return clr_LengthSq(NormalOf(triangle)) > 0;
+}
 
 bool clr_FindNearest(const clr_Triangle& first, const clr_Triangle& second, clr_Nearest& nearest) {
     const Face firstFace(first);
@@ -170,5 +191,9 @@ std::optional<double> clr_FindCrossing(const clr_Vec& start, const clr_Vec& end,
                                        const clr_Triangle& triangle) {
     const Face face(triangle);
     if (!(face.normalSq > 0)) return std::nullopt;
-    return CrossingOf(start, face.Height(start), end, face.Height(end), face);
+    const auto parameter = PassingOf(face.Height(start), face.Height(end));
+    if (!parameter || !face.IsAboveOrBeside(start + *parameter * (end - start))) {
+        return std::nullopt;
+    }
+    return parameter;
 }

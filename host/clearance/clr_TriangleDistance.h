@@ -11,6 +11,10 @@ struct clr_Nearest {
     clr_Vec onSecond;
 };
 
+/// Whether the triangle has an area: whether twice that exceeds 1e-8 of its longest side squared.
+/// One with less is a line up to rounding, also where its placement turned it out of the axes.
+[[nodiscard]] bool clr_HasArea(const clr_Triangle& triangle) noexcept;
+
 /// Puts the nearest points of two triangles into `nearest` when they are nearer than what it holds;
 /// true when they were.
 ///
@@ -26,6 +30,7 @@ bool clr_FindNearest(const clr_Triangle& first, const clr_Triangle& second, clr_
 bool clr_FindNearest(const clr_Vec& point, const clr_Triangle& triangle, clr_Nearest& nearest);
 
 /// Where the segment from `start` to `end` passes the face of the triangle, 0 at its start and 1 at
-/// its end; nothing when it does not, or lies in the plane of the triangle.
+/// its end; nothing when it does not, or lies in the plane of the triangle. Up to rounding beside
+/// an edge it passes too, so that it passes one at least of two triangles with a common edge.
 [[nodiscard]] std::optional<double> clr_FindCrossing(const clr_Vec& start, const clr_Vec& end,
                                                      const clr_Triangle& triangle);

@@ -5,7 +5,11 @@
 #include <cmath>
 #include <numbers>
 #include <random>
+#include <set>
 
+#include "ann/annC_Text.h"
+#include "ann/annC_ViewportAnchor.h"
+#include "host/clearance/clr_Annotations.h"
 #include "host/clearance/clr_Arrangement.h"
 #include "host/model/hst_Error.h"
 #include "host/tests/host_TestModels.h"
@@ -107,7 +111,8 @@ TEST(clr_TriangleDistance, IsReachedByPointsThatASlabParts) {
         clr_Triangle b{RandomPoint(random), RandomPoint(random), RandomPoint(random)};
         for (clr_Vec& corner : b) corner.x += run % 3;  // crossing ones, near ones, far ones
         if (run % 5 == 0) b[2] = b[1];                  // a segment
-        if (run % 7 == 0) b[1] = a[1];                  // a common corner
+        if (run % 13 == 0) b[2] = b[0] + Uniform(random, -1, 2) * (b[1] - b[0]);  // up to rounding
+        if (run % 7 == 0) b[1] = a[1];                                            // a common corner
         if (run % 11 == 0)
             for (clr_Vec& corner : b) corner.z = a[0].z = a[1].z = a[2].z = 0.5;
         clr_Nearest nearest;
@@ -127,6 +132,19 @@ TEST(clr_TriangleDistance, IsReachedByPointsThatASlabParts) {
         ASSERT_TRUE(clr_FindNearest(p, a, fromPoint));
         ExpectOn(a, fromPoint.onSecond);
         ExpectLast(a, fromPoint.onSecond, p - fromPoint.onSecond);
+    }
+}
+
+TEST(clr_TriangleDistance, LetsNoSegmentSlipThroughACommonEdge) {
+    Random random(4);
+    for (int run = 0; run < 2000; ++run) {
+        const clr_Vec a = RandomPoint(random), b = RandomPoint(random);
+        const clr_Vec on = a + Uniform(random, 0, 1) * (b - a);
+        const clr_Vec along = RandomPoint(random);
+        const clr_Vec side = RandomPoint(random);
+        const clr_Triangle left{a, b, on + side}, right{b, a, on - 0.5 * side};
+        EXPECT_TRUE(clr_FindCrossing(on - along, on + 0.7 * along, left) ||
+                    clr_FindCrossing(on - along, on + 0.7 * along, right));
     }
 }
 
@@ -311,13 +329,41 @@ TEST(clr_Check, TellsNeitherTheOrderOfThePartsNorARigidMotion) {
 }
 
 TEST(clr_Check, NamesPartsWithoutAreaAndWithoutAnInside) {
-    hst_Part flat("flat", gsl_Matrix(), {0, 0, 0, 1, 0, 0, 2, 0, 0}, {0, 1, 2});
+    gsl_Matrix turned;
+    turned.AxisRotation(gsl_Point(), gsl_Vector(1, 2, 3), 0.3);
+    hst_Part flat("flat", turned, {0, 0, 0, 1, 0, 0, 2, 0, 0}, {0, 1, 2});
     hst_Part sheet("sheet", gsl_Matrix(), {0, 0, 0, 4, 0, 0, 0, 4, 0, 4, 4, 4},
                    {0, 1, 2, 0, 3, 1, 0, 2, 3});
     const clr_Report report = Check({flat, sheet, Box("pin", {1, 1, -1}, {1.5, 1.5, 5})}, 0, 0.01);
     EXPECT_THAT(report.flat, testing::ElementsAre("flat"));
     EXPECT_THAT(report.unclear, testing::ElementsAre("sheet"));
     EXPECT_EQ(report.pairsChecked, 1u);
+    const clr_Report insideOut =
+        Check({Box("box", {4, 4, 4}, {0, 0, 0}), Box("pin", {1, 1, 1}, {2, 2, 2})}, 0, 0.01);
+    EXPECT_THAT(insideOut.unclear, testing::ElementsAre("box"));
+}
+
+TEST(clr_Annotate, LabelsNoMoreThanHaveRoom) {
+    const std::vector<hst_Part> parts = {Box("a", {}, {1, 1, 1}), Box("b", {}, {1, 1, 1})};
+    clr_Report report;
+    for (int i = 0; i < 20; ++i) {
+        report.pairs.push_back({0, 1, {clr_Kind::Crossing, 1, {0.1 * i, 0.5, 0}, {}}});
+    }
+    const auto project = [](const gsl_Point& p) { return annC_Point2D{p.GetX(), p.GetY()}; };
+    const annC_AnnotationContainer some = clr_Annotate(parts, report, 20, {900, 400, project});
+    ASSERT_EQ(some.Size(), 16);
+    std::set<double> heights;
+    for (int i = 1; i <= 8; ++i) {
+        const auto* text =
+            dynamic_cast<const annC_Text*>(some.ConstGet(cow_String("label " + std::to_string(i))));
+        ASSERT_NE(text, nullptr);
+        const auto& at = dynamic_cast<const annC_ViewportAnchor&>(text->ConstGetAnchor());
+        EXPECT_GT(at.GetY(), 30);
+        EXPECT_LT(at.GetY(), 370);
+        heights.insert(at.GetY());
+    }
+    EXPECT_EQ(heights.size(), 4u);
+    EXPECT_EQ(clr_Annotate(parts, report, 3, {900, 400, project}).Size(), 6);
 }
 
 TEST(clr_Arrangement, TurnsAboutTheCentreOfTheBoxThenMoves) {
@@ -348,6 +394,7 @@ TEST(clr_Arrangement, RefusesWhatItCannotTell) {
         {{"bolts=1,2,3"},
          "--move bolts=1,2,3: there is no part 'bolts'; the nearest are 'bolt', 'nut', 'a:b'"},
         {{"bolt=1,2"}, "--move bolt=1,2: takes 3 or 6 finite numbers after the name"},
+        {{"bolt=1,2,1e200"}, "--move bolt=1,2,1e200: takes 3 or 6 finite numbers after the name"},
         {{"bolt=1,2,nan"}, "--move bolt=1,2,nan: takes 3 or 6 finite numbers after the name"},
         {{"bolt=1,2,3,"}, "--move bolt=1,2,3,: takes 3 or 6 finite numbers after the name"},
         {{"nut=1,2,3", "nut=0,0,1"}, "--move nut=0,0,1: the part is moved twice"},
