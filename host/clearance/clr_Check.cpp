@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <cmath>
 #include <condition_variable>
 #include <exception>
 #include <memory>
@@ -17,7 +18,8 @@ namespace {
 using Bodies = std::vector<std::unique_ptr<clr_Body>>;  // none for a part without area
 
 /// Runs `task(i)` for every i below `count` on the threads of the machine, and `onDone(done)` now
-/// and then on the calling one. The first exception of a task ends the work and is thrown here.
+/// and then on the calling one. The first exception of a task, or one of `onDone`, ends the work
+/// and is thrown here.
 void ForEachInParallel(std::size_t count, const std::function<void(std::size_t)>& task,
                        const std::function<void(std::size_t)>& onDone) {
     constexpr std::chrono::milliseconds kReport(100);
@@ -46,7 +48,12 @@ void ForEachInParallel(std::size_t count, const std::function<void(std::size_t)>
         std::vector<std::jthread> threads;
         for (unsigned i = 0; i < threadCount; ++i) threads.emplace_back(work);
         std::unique_lock lock(mutex);
-        while (!ended.wait_for(lock, kReport, [&] { return running == 0; })) onDone(done);
+        try {
+            while (!ended.wait_for(lock, kReport, [&] { return running == 0; })) onDone(done);
+        } catch (...) {
+            next = count;
+            throw;
+        }
     }
     if (failure) std::rethrow_exception(failure);
 }
@@ -61,27 +68,40 @@ std::vector<std::size_t> OrderedByName(const std::vector<hst_Part>& parts) {
 }
 
 bool IsIgnored(const clr_IgnoredPairs& ignored, const std::string& a, const std::string& b) {
+    if (ignored.empty()) return false;
     return ignored.contains({a, b}) || ignored.contains({b, a});
 }
 
-/// The pairs to decide; the costly ones first, so that no thread is left with one at the end.
-std::vector<clr_Finding> PairsOf(const std::vector<hst_Part>& parts, const Bodies& bodies,
-                                 const clr_IgnoredPairs& ignored) {
-    std::vector<clr_Finding> pairs;
+/// What there is to decide.
+struct Work {
+    std::vector<clr_Finding> pairs;  ///< whose boxes are near enough for more than a clear pair
+    std::size_t clearPairs = 0;      ///< all others
+};
+
+/// The pairs of parts that are not ignored; those to decide with the costly ones first, so that no
+/// thread is left with one at the end.
+Work WorkOf(const std::vector<hst_Part>& parts, const Bodies& bodies, const clr_Lengths& lengths,
+            const clr_IgnoredPairs& ignored) {
+    Work work;
+    const double reach = std::max(lengths.gap, lengths.touch);
     const std::vector<std::size_t> order = OrderedByName(parts);
     for (auto first = order.begin(); first != order.end(); ++first) {
         for (auto second = first + 1; second != order.end(); ++second) {
             if (!bodies[*first] || !bodies[*second]) continue;
             if (IsIgnored(ignored, parts[*first].Name(), parts[*second].Name())) continue;
-            pairs.push_back({*first, *second, {}});
+            if (std::sqrt(bodies[*first]->Box().DistanceSq(bodies[*second]->Box())) > reach) {
+                ++work.clearPairs;
+            } else {
+                work.pairs.push_back({*first, *second, {}});
+            }
         }
     }
     const auto cost = [&](const clr_Finding& pair) {
         return parts[pair.first].TriangleCount() + parts[pair.second].TriangleCount();
     };
-    std::stable_sort(pairs.begin(), pairs.end(),
+    std::stable_sort(work.pairs.begin(), work.pairs.end(),
                      [&](const clr_Finding& a, const clr_Finding& b) { return cost(a) > cost(b); });
-    return pairs;
+    return work;
 }
 
 void SortForReport(std::vector<clr_Finding>& pairs, const std::vector<hst_Part>& parts) {
@@ -124,8 +144,9 @@ clr_Report clr_Check(const std::vector<hst_Part>& parts, const clr_Lengths& leng
         if (!bodies[i]) report.flat.insert(parts[i].Name());
     }
 
-    std::vector<clr_Finding> pairs = PairsOf(parts, bodies, ignored);
-    report.pairsChecked = pairs.size();
+    Work work = WorkOf(parts, bodies, lengths, ignored);
+    std::vector<clr_Finding>& pairs = work.pairs;
+    report.pairsChecked = pairs.size() + work.clearPairs;
     ForEachInParallel(
         pairs.size(),
         [&](std::size_t i) {

@@ -38,7 +38,8 @@ using clr_IgnoredPairs = std::set<std::pair<std::string, std::string>>;
 
 /// Checks every pair of parts of an assembly whose names differ. The work is shared by the threads
 /// of the machine; the result does not depend on their number, nor on the order of the parts.
-/// `onProgress` hears on the calling thread how many pairs of how many are done.
+/// `onProgress` hears on the calling thread how many pairs are done, of those whose boxes are near
+/// enough to look at the surfaces; what it throws ends the check.
 [[nodiscard]] clr_Report clr_Check(const std::vector<hst_Part>& parts, const clr_Lengths& lengths,
                                    const clr_IgnoredPairs& ignored,
                                    const std::function<void(std::size_t, std::size_t)>& onProgress);

@@ -105,6 +105,21 @@ py_Result Points(const py_Clearance& self, omu_Arguments& arguments) {
     });
 }
 
+py_Result ListOf(const std::set<std::string>& names, omu_Arguments& arguments) {
+    arguments.End();
+    auto list = std::make_unique<omu_PrimList>();
+    for (const std::string& name : names) list->Append(new omu_PrimString(cow_String(name)));
+    return list;
+}
+
+py_Result WithoutArea(const py_Clearance& self, omu_Arguments& arguments) {
+    return ListOf(ReportOf(self).flat, arguments);
+}
+
+py_Result UnclearInside(const py_Clearance& self, omu_Arguments& arguments) {
+    return ListOf(ReportOf(self).unclear, arguments);
+}
+
 double Gap(const py_Clearance& self) { return ReportOf(self).lengths.gap; }
 double Touch(const py_Clearance& self) { return ReportOf(self).lengths.touch; }
 int PairsChecked(const py_Clearance& self) { return static_cast<int>(ReportOf(self).pairsChecked); }
@@ -136,6 +151,14 @@ PyMethodDef kMethods[] = {
                                     "points($self)\n--\n\n"
                                     "Returns where the lengths are reached: an array of two points "
                                     "for each pair."),
+    ClearanceClass::Method<&WithoutArea>("withoutArea",
+                                         "withoutArea($self)\n--\n\n"
+                                         "Returns the names of the parts that were left out, since "
+                                         "no triangle has an area."),
+    ClearanceClass::Method<&UnclearInside>("unclearInside",
+                                           "unclearInside($self)\n--\n\n"
+                                           "Returns the names of the parts of which it is not "
+                                           "clear what lies inside."),
     {},
 };
 

@@ -146,6 +146,7 @@ class Scripts(unittest.TestCase):
                          [(p["kind"].replace("tooClose", "too close"), p["first"], p["second"],
                            p.get("depth", p.get("clearance"))) for p in printed["pairs"]])
         self.assertEqual(result.lengths().tolist(), [0.5, 1.5])
+        self.assertEqual((result.withoutArea(), result.unclearInside()), ([], []))
         points = memoryview(result.points()).tolist()
         self.assertEqual(points[1], [p for pair in printed["pairs"][1:] for p in (pair["onFirst"], pair["onSecond"])])
         parts = ktsovu.readModel(cubes)
