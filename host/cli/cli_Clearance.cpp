@@ -83,7 +83,8 @@ void Warn(const clr_Report& report, int renamed) {
         cli_Warn("left out, since no triangle has an area: " + List(report.flat));
     }
     if (!report.unclear.empty()) {
-        cli_Warn("not closed, so that what lies inside is uncertain: " + List(report.unclear));
+        cli_Warn("not closed or inside out, so that what lies inside is uncertain: " +
+                 List(report.unclear));
     }
 }
 
@@ -137,12 +138,10 @@ bool cli_Clearance(const cli_ClearanceRequest& request) {
     clr_MoveParts(assembly.parts, request.moves);
     const cli_ClearanceView view(assembly.parts, Check(assembly.parts, request, progress),
                                  request.labelCount, request.picture.view);
-    const auto picture = view.Draw(request.picture, progress);
-    if (!request.database.empty()) {
-        const hst_SavedCheck check = view.ToSave();
-        cli_Save(request.database, assembly.parts, &check, progress);
-    }
-    if (picture) picture->Commit();
+    const hst_SavedCheck check = view.ToSave();
+    cli_Write(
+        request.picture, [&](pic_Format format) { return view.Draw(request.picture.view, format); },
+        {request.database, assembly.parts, &check}, progress);
     progress.Clear();
     Warn(view.Report(), assembly.renamed);
     view.Print(request.json);

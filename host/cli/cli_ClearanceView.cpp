@@ -17,7 +17,8 @@ pic_Marking MarkingOf(const clr_Report& report, std::size_t partCount,
                       const annC_AnnotationContainer& annotations) {
     pic_Marking marking;
     marking.marked.resize(partCount);
-    std::size_t labels = static_cast<std::size_t>(annotations.Size()) / 2;
+    const std::size_t labelCount = static_cast<std::size_t>(annotations.Size()) / 2;
+    std::size_t labels = labelCount;
     for (const clr_Finding& pair : report.pairs) {
         if (labels == 0) break;
         if (!pair.result.IsFinding()) continue;
@@ -30,6 +31,12 @@ pic_Marking MarkingOf(const clr_Report& report, std::size_t partCount,
         marking.legend.push_back({kind.color, std::string(kind.label) + " (" +
                                                   std::to_string(count) +
                                                   (count == 1 ? " pair)" : " pairs)")});
+    }
+    if (labelCount > 0) {
+        marking.legend.push_back({"", labelCount == 1
+                                          ? "in colour: the parts of the labelled pair"
+                                          : "in colour: the parts of the " +
+                                                std::to_string(labelCount) + " labelled pairs"});
     }
     marking.annotations = annotations;
     return marking;
@@ -92,13 +99,6 @@ void cli_ClearanceView::Print(bool json) const {
     });
 }
 
-std::unique_ptr<pic_PictureFile> cli_ClearanceView::Draw(const cli_PictureRequest& request,
-                                                         cli_Progress& progress) const {
-    return cli_DrawPicture(
-        request,
-        [&](pic_Format format) {
-            return pic_DrawMarkedModel(*parts, MarkingOf(report, parts->size(), annotations),
-                                       request.view, format);
-        },
-        progress);
+std::string cli_ClearanceView::Draw(g3d_SavedViewIdEnum view, pic_Format format) const {
+    return pic_DrawMarkedModel(*parts, MarkingOf(report, parts->size(), annotations), view, format);
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -26,8 +25,8 @@ class cli_ClearanceView {
     [[nodiscard]] const clr_Report& Report() const noexcept { return report; }
     [[nodiscard]] hst_SavedCheck ToSave() const;
     void Print(bool json) const;
-    [[nodiscard]] std::unique_ptr<pic_PictureFile> Draw(const cli_PictureRequest& request,
-                                                        cli_Progress& progress) const;
+    /// The bytes of the picture.
+    [[nodiscard]] std::string Draw(g3d_SavedViewIdEnum view, pic_Format format) const;
 
   private:
     cli_ClearanceView(const std::vector<hst_Part>& checkedParts, clr_Report checkReport,

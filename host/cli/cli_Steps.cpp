@@ -2,7 +2,9 @@
 
 #include <iostream>
 #include <iterator>
+#include <optional>
 
+#include "host/cli/cli_HeldSignals.h"
 #include "host/model/hst_Error.h"
 #include "host/model/hst_PartName.h"
 
@@ -25,22 +27,26 @@ cli_Assembly cli_ReadModels(const std::vector<std::string>& models, const imp_Re
     return assembly;
 }
 
-std::unique_ptr<pic_PictureFile> cli_DrawPicture(const cli_PictureRequest& request,
-                                                 const std::function<std::string(pic_Format)>& draw,
-                                                 cli_Progress& progress) {
-    if (request.file.empty()) return nullptr;
-    progress.Show("drawing " + request.file);
-    return std::make_unique<pic_PictureFile>(request.file, draw(pic_FormatOf(request.file)));
-}
-
-void cli_Save(const std::string& database, const std::vector<hst_Part>& parts,
-              const hst_SavedCheck* check, cli_Progress& progress) {
-    if (database.empty()) return;
-    hst_Database(database, hst_Database::Access::Write)
-        .Replace(parts, check, [&](std::size_t saved) {
-            progress.Show("saving " + database,
-                          static_cast<double>(saved) / static_cast<double>(parts.size()));
-        });
+void cli_Write(const cli_PictureRequest& picture,
+               const std::function<std::string(pic_Format)>& draw, const cli_SaveRequest& save,
+               cli_Progress& progress) {
+    std::string drawn;
+    if (!picture.file.empty()) {
+        progress.Show("drawing " + picture.file);
+        drawn = draw(pic_FormatOf(picture.file));
+    }
+    const cli_HeldSignals signals;
+    std::optional<pic_PictureFile> file;
+    if (!picture.file.empty()) file.emplace(picture.file, drawn);
+    if (!save.database.empty()) {
+        hst_Database(save.database, hst_Database::Access::Write)
+            .Replace(save.parts, save.check, [&](std::size_t saved) {
+                signals.Check();
+                progress.Show("saving " + save.database,
+                              static_cast<double>(saved) / static_cast<double>(save.parts.size()));
+            });
+    }
+    if (file) file->Commit();
 }
 
 void cli_Print(const std::function<void(std::ostream&)>& print) {

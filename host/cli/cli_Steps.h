@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -22,6 +21,13 @@ struct cli_PictureRequest {
     g3d_SavedViewIdEnum view = g3d_VIEW_ISOMETRIC;
 };
 
+/// What a command saves.
+struct cli_SaveRequest {
+    std::string database;  ///< "" nothing is saved
+    const std::vector<hst_Part>& parts;
+    const hst_SavedCheck* check;  ///< null: none
+};
+
 /// The parts of an assembly, each with a name of its own.
 struct cli_Assembly {
     std::vector<hst_Part> parts;
@@ -33,14 +39,11 @@ struct cli_Assembly {
 void cli_RequireWritable(const std::string& database, const cli_PictureRequest& picture);
 [[nodiscard]] cli_Assembly cli_ReadModels(const std::vector<std::string>& models,
                                           const imp_ReadLimits& limits, cli_Progress& progress);
-/// The picture in its temporary file, drawn by `draw` in the format of the file; null when none is
-/// asked for.
-[[nodiscard]] std::unique_ptr<pic_PictureFile> cli_DrawPicture(
-    const cli_PictureRequest& request, const std::function<std::string(pic_Format)>& draw,
-    cli_Progress& progress);
-/// Saves parts and a check (null: none); nothing when no database is named.
-void cli_Save(const std::string& database, const std::vector<hst_Part>& parts,
-              const hst_SavedCheck* check, cli_Progress& progress);
+/// Draws the picture by `draw`, in the format of its file, and saves; either only when it is asked
+/// for. Both are written or, after a failure or Ctrl-C, none.
+void cli_Write(const cli_PictureRequest& picture,
+               const std::function<std::string(pic_Format)>& draw, const cli_SaveRequest& save,
+               cli_Progress& progress);
 /// Lets `print` write to standard output; throws when that cannot be written.
 void cli_Print(const std::function<void(std::ostream&)>& print);
 /// A line on standard error about something that the result does without.

@@ -1,7 +1,9 @@
 #include "host/store/hst_Database.h"
 
 #include <sqlite3.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
@@ -113,11 +115,14 @@ void hst_Database::RequireWritable(const std::string& path) {
         if (sqlite3_db_readonly(existing.connection.get(), "main") == 1) {
             existing.Refuse("cannot be written");
         }
-        return;
     }
     const std::filesystem::path folder = std::filesystem::path(AsFileName(path)).parent_path();
     if (!std::filesystem::is_directory(folder)) {
         throw hst_Error(path, "there is no folder '" + folder.string() + "'");
+    }
+    // A save writes a journal beside the file.
+    if (access(folder.c_str(), W_OK | X_OK) != 0) {
+        throw hst_Error(path, "cannot be written: " + std::generic_category().message(errno));
     }
 }
 

@@ -1,8 +1,13 @@
 #include <gmock/gmock.h>
+#include <signal.h>
 #include <sqlite3.h>
 
+#include <chrono>
+#include <filesystem>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <sstream>
+#include <thread>
 
 #include "host/tests/host_Process.h"
 
@@ -81,8 +86,10 @@ TEST(ktsovu_clearance, ReportsEachKindOnceInOrderAndKeepsTheReport) {
     EXPECT_EQ(shown.out, checked.out);
     EXPECT_EQ(host_ReadFile(folder.Path("b.png")), host_ReadFile(folder.Path("a.png")));
     EXPECT_EQ(host_Run({"show", database, "--picture", folder.Path("a.svg")}).status, 1);
-    const std::string svg = host_ReadFile(folder.Path("a.svg"));
-    EXPECT_THAT(svg, HasSubstr("</svg>"));
+    const std::string parse = folder.Write("parse.py",
+                                           "import sys, xml.etree.ElementTree as tree\n"
+                                           "print(len(tree.parse(sys.argv[1]).getroot()) > 0)\n");
+    EXPECT_EQ(host_Run({"run", parse, folder.Path("a.svg")}).out, "True\n");
 
     const std::string table = host_Run({"show", database}).out;
     EXPECT_THAT(table, HasSubstr("total: 15 pairs of 6 parts: 1 crossing, 1 enclosed, 1 touching, "
@@ -157,6 +164,38 @@ TEST(ktsovu_clearance, RefusesBadInputAndWritesNothing) {
         EXPECT_FALSE(std::filesystem::exists(database));
         EXPECT_FALSE(std::filesystem::exists(folder.Path("new.png")));
     }
+}
+
+// Interrupted at moments all over its work, it leaves nothing, or all.
+TEST(ktsovu_clearance, LeavesNothingHalfWrittenAfterCtrlC) {
+    const host_TemporaryFolder folder;
+    const host_TemporaryFolder output;
+    std::vector<Cube> cubes;
+    std::vector<std::string> names;
+    for (int i = 0; i < 300; ++i) names.push_back("c" + std::to_string(i));
+    for (int i = 0; i < 300; ++i)
+        cubes.push_back({names[static_cast<std::size_t>(i)].c_str(), {0.9 * i, 0, 0}, 1});
+    const std::string model = folder.Write("a.obj", Obj(cubes));
+    int interrupted = 0;
+    for (int round = 0; round < 24; ++round) {
+        const host_TemporaryFolder target;
+        const pid_t child = host_Start(
+            {"clearance", model, "--save", target.Path("a.db"), "--picture", target.Path("a.png")},
+            output);
+        std::this_thread::sleep_for(std::chrono::milliseconds(15 * round));
+        kill(child, SIGINT);
+        int status = 0;
+        waitpid(child, &status, 0);
+        const bool isInterrupted = WIFSIGNALED(status) && WTERMSIG(status) == SIGINT;
+        EXPECT_TRUE(isInterrupted || (WIFEXITED(status) && WEXITSTATUS(status) == 1)) << status;
+        std::set<std::string> files;
+        for (const auto& entry : std::filesystem::directory_iterator(target.Path(""))) {
+            files.insert(entry.path().filename().string());
+        }
+        EXPECT_THAT(files, testing::AnyOf(testing::IsEmpty(), ElementsAre("a.db", "a.png")));
+        interrupted += isInterrupted;
+    }
+    EXPECT_GT(interrupted, 0);
 }
 
 TEST(ktsovu_clearance, RefusesAGarbledCheck) {

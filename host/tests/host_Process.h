@@ -16,9 +16,10 @@ struct host_Outcome {
     std::string err;
 };
 
-/// Runs the program with `arguments`, its output in files as a pipe would take it.
-inline host_Outcome host_Run(const std::vector<std::string>& arguments) {
-    const host_TemporaryFolder folder;
+/// Starts the program with `arguments`, its output in the files "out" and "err" of the folder as a
+/// pipe would take it.
+inline pid_t host_Start(const std::vector<std::string>& arguments,
+                        const host_TemporaryFolder& folder) {
     const pid_t child = fork();
     if (child == 0) {
         std::vector<char*> list = {const_cast<char*>(KTSOVU_PROGRAM)};
@@ -33,6 +34,13 @@ inline host_Outcome host_Run(const std::vector<std::string>& arguments) {
         execv(KTSOVU_PROGRAM, list.data());
         _exit(127);
     }
+    return child;
+}
+
+/// Runs the program to its end.
+inline host_Outcome host_Run(const std::vector<std::string>& arguments) {
+    const host_TemporaryFolder folder;
+    const pid_t child = host_Start(arguments, folder);
     int status = 0;
     waitpid(child, &status, 0);
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, host_ReadFile(folder.Path("out")),
