@@ -223,6 +223,7 @@ void pic_AnnotationPainter::Paint(const annC_Text& text) {
 
 void pic_AnnotationPainter::PaintLegend(const std::vector<pic_LegendEntry>& legend) {
     constexpr double kSquare = 14;
+    constexpr double kToText = 1.5 * kSquare;
     constexpr double kBetween = 28;
     constexpr double kBottom = 18;
     const Saved saved(context);
@@ -232,17 +233,20 @@ void pic_AnnotationPainter::PaintLegend(const std::vector<pic_LegendEntry>& lege
     for (const pic_LegendEntry& entry : legend) {
         cairo_text_extents_t extents;
         cairo_text_extents(context, entry.text.c_str(), &extents);
-        widths.push_back(kSquare * 1.5 + extents.x_advance);
+        widths.push_back((entry.color.empty() ? 0 : kToText) + extents.x_advance);
         whole += widths.back() + kBetween;
     }
     double x = (viewport.width - whole) / 2;
     const double y = viewport.height - kBottom;
     for (std::size_t i = 0; i < legend.size(); ++i) {
-        SetColor(cow_String(legend[i].color), kBlack);
-        cairo_rectangle(context, x, y - kSquare, kSquare, kSquare);
-        cairo_fill(context);
+        const bool hasSquare = !legend[i].color.empty();
+        if (hasSquare) {
+            SetColor(cow_String(legend[i].color), kBlack);
+            cairo_rectangle(context, x, y - kSquare, kSquare, kSquare);
+            cairo_fill(context);
+        }
         SetColor(kBlack);
-        cairo_move_to(context, x + kSquare * 1.5, y - 1);
+        cairo_move_to(context, x + (hasSquare ? kToText : 0), y - 1);
         cairo_show_text(context, legend[i].text.c_str());
         x += widths[i] + kBetween;
     }

@@ -5,9 +5,10 @@
 
 #include "ann/annC_AnnotationContainer.h"
 
-/// A line of a legend: a square in a colour, by its name in the colour map, and what it stands for.
+/// An entry of a legend: a square in a colour, by its name in the colour map, and what it stands
+/// for.
 struct pic_LegendEntry {
-    std::string color;
+    std::string color;  ///< "" no square
     std::string text;
 };
 

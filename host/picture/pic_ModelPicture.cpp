@@ -43,7 +43,7 @@ std::string pic_DrawModel(const std::vector<hst_Part>& parts, g3d_SavedViewIdEnu
     const g3d_Color& background = g3d_ColorMap::Instance().Lookup(kBackground);
     const pic_Projection projection(parts, view, pic_WIDTH, pic_HEIGHT);
     const std::vector<g3d_Color> colors =
-        pic_PartColors(static_cast<int>(parts.size()), background);
+        pic_PartColors(static_cast<int>(parts.size()), {background});
     pic_Scene scene;
     for (std::size_t i = 0; i < parts.size(); ++i) {
         AddFaces(parts[i], colors[i], projection, scene.faces);
@@ -60,7 +60,7 @@ std::string pic_DrawMarkedModel(const std::vector<hst_Part>& parts, const pic_Ma
     const pic_Projection projection = MarkedProjection(parts, view);
     const std::vector<g3d_Color> colors = pic_PartColors(
         static_cast<int>(std::count(marking.marked.begin(), marking.marked.end(), true)),
-        background);
+        {background, ghost});
     pic_Scene scene;
     auto color = colors.begin();
     for (std::size_t i = 0; i < parts.size(); ++i) {

@@ -8,7 +8,7 @@
 namespace {
 
 // Distances run from 0 to 3.
-constexpr float kLeastFromBackground = 0.7f;
+constexpr float kLeastFromAvoided = 0.7f;
 constexpr float kLeastValue = 0.5f;  // of the HSV triple
 constexpr float kLeastFromEachOther = 0.4f;
 constexpr float kWhitePart = 0.3f;  // so that blue shows its shading too
@@ -28,7 +28,7 @@ float Value(const g3d_Color& color) {
     return color.HSV(hsv)[2];
 }
 
-std::vector<g3d_Color> NamedColors(const g3d_Color& background) {
+std::vector<g3d_Color> NamedColors(const std::vector<g3d_Color>& avoided) {
     const g3d_ColorMap& map = g3d_ColorMap::Instance();
     std::vector<g3d_Color> chosen{map.Lookup(kFirst)};
     for (;;) {
@@ -36,7 +36,7 @@ std::vector<g3d_Color> NamedColors(const g3d_Color& background) {
         float bestDistance = kLeastFromEachOther;
         for (int i = 0; i < map.Size(); ++i) {
             const g3d_Color& color = map.ColorAt(i);
-            if (color.Distance(background) < kLeastFromBackground) continue;
+            if (NearestDistance(color, avoided) < kLeastFromAvoided) continue;
             if (Value(color) < kLeastValue) continue;
             const float distance = NearestDistance(color, chosen);
             if (distance <= bestDistance) continue;
@@ -50,8 +50,8 @@ std::vector<g3d_Color> NamedColors(const g3d_Color& background) {
 
 }  // namespace
 
-std::vector<g3d_Color> pic_PartColors(int count, const g3d_Color& background) {
-    const std::vector<g3d_Color> named = NamedColors(background);
+std::vector<g3d_Color> pic_PartColors(int count, const std::vector<g3d_Color>& avoided) {
+    const std::vector<g3d_Color> named = NamedColors(avoided);
     const g3d_Color& white = g3d_ColorMap::Instance().Lookup(kWhite);
     const g3d_Color& grey = g3d_ColorMap::Instance().Lookup(kGrey);
     const int rounds = (count - 1) / static_cast<int>(named.size()) + 1;

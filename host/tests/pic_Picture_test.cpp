@@ -12,7 +12,11 @@
 #include <utility>
 #include <vector>
 
+#include "ann/annC_NamedAnchor.h"
+#include "ann/annC_Point3DAnchor.h"
+#include "ann/annC_ViewportAnchor.h"
 #include "host/model/hst_Error.h"
+#include "host/picture/pic_AnnotationPainter.h"
 #include "host/picture/pic_DepthBuffer.h"
 #include "host/picture/pic_ModelPicture.h"
 #include "host/picture/pic_PartColors.h"
@@ -138,7 +142,7 @@ TEST(pic_Projection, TakesDegenerateModels) {
 
 TEST(pic_DrawModel, ShowsTheSidesOfACubeInTheirColoursWithinTheMargins) {
     const std::vector<hst_Part> cube = Cube();
-    const std::vector<g3d_Color> colors = pic_PartColors(6, kWhite);
+    const std::vector<g3d_Color> colors = pic_PartColors(6, {kWhite});
     const auto hue = [](const g3d_Color& color) {
         float hsv[3];
         return color.HSV(hsv)[0];
@@ -169,7 +173,7 @@ TEST(pic_DrawModel, ShowsTheSidesOfACubeInTheirColoursWithinTheMargins) {
 }
 
 TEST(pic_DrawModel, ShowsTheNearerPartInEitherOrderAndFromBothSides) {
-    const std::vector<g3d_Color> colors = pic_PartColors(2, kWhite);
+    const std::vector<g3d_Color> colors = pic_PartColors(2, {kWhite});
     const std::vector<hst_Part> upward{Level(0), Level(1)};
     const std::vector<hst_Part> downward{Level(1), Level(0)};
     for (const auto& [parts, view, nearer] :
@@ -276,8 +280,155 @@ TEST(pic_VisiblePieces, PaintWhatIsNearestUpToTwoPixelsAtBorders) {
     EXPECT_LT(holes, kSize * kSize / 100);  // slits that hairlines close
 }
 
+/// A sheet of grey pixels with a painter whose model space is the sheet.
+class Sheet {
+  public:
+    static constexpr int kSize = 120;
+    static constexpr std::uint32_t kGrey = 0x808080;
+
+    Sheet() {
+        cairo_set_source_rgb(context, 128 / 255.0, 128 / 255.0, 128 / 255.0);
+        cairo_paint(context);
+    }
+    ~Sheet() {
+        cairo_destroy(context);
+        cairo_surface_destroy(surface);
+    }
+    Sheet(const Sheet&) = delete;
+    Sheet& operator=(const Sheet&) = delete;
+
+    pic_AnnotationPainter Painter() {
+        return {context, {kSize, kSize, kGrey, [](const gsl_Point& p) {
+                              return annC_Point2D{p.GetX(), p.GetY()};
+                          }}};
+    }
+    void Paint(const annC_Annotation& annotation) {
+        annC_AnnotationContainer one;
+        one.Insert(cow_String("a"), annotation);
+        Painter().Paint(one);
+    }
+    /// The colour of the pixel above and right of a corner, counted from the bottom left one.
+    [[nodiscard]] std::uint32_t At(int x, int y) const {
+        const unsigned char* pixel = cairo_image_surface_get_data(surface) +
+                                     (kSize - 1 - y) * cairo_image_surface_get_stride(surface) +
+                                     x * 4;
+        return static_cast<std::uint32_t>(pixel[2] << 16 | pixel[1] << 8 | pixel[0]);
+    }
+    /// How many pixels of a rectangle are not grey any more.
+    [[nodiscard]] int Ink(int left, int bottom, int right, int top) const {
+        int count = 0;
+        for (int y = bottom; y < top; ++y) {
+            for (int x = left; x < right; ++x) count += At(x, y) != kGrey;
+        }
+        return count;
+    }
+    [[nodiscard]] int Ink() const { return Ink(0, 0, kSize, kSize); }
+    [[nodiscard]] bool Has(std::uint32_t color) const {
+        for (int y = 0; y < kSize; ++y) {
+            for (int x = 0; x < kSize; ++x) {
+                if (At(x, y) == color) return true;
+            }
+        }
+        return false;
+    }
+
+  private:
+    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, kSize, kSize);
+    cairo_t* context = cairo_create(surface);
+};
+
+annC_Arrow ArrowTo(double x, double y) {
+    annC_Arrow arrow;
+    arrow.SetStartAnchor(annC_ViewportAnchor(20, 30));
+    arrow.SetEndAnchor(annC_Point3DAnchor(x, y, 5));
+    arrow.SetColor("Red");
+    arrow.SetLineThickness(annC_THICKNESS_MEDIUM);
+    return arrow;
+}
+
+TEST(pic_AnnotationPainter, DrawsArrowsBetweenTheirGapsInTheirColour) {
+    Sheet plain;
+    plain.Paint(ArrowTo(100, 30));
+    EXPECT_EQ(plain.At(22, 30), 0xff0000u);
+    EXPECT_EQ(plain.At(95, 30), 0xff0000u);
+    EXPECT_EQ(plain.Ink(18, 20, 102, 40), plain.Ink()) << "ink beyond the ends";
+    Sheet withGaps;
+    annC_Arrow gaps = ArrowTo(20, 110);
+    gaps.SetStartGap(10);
+    gaps.SetEndGap(20);
+    gaps.SetColor("no colour");
+    withGaps.Paint(gaps);
+    EXPECT_EQ(withGaps.At(20, 60), 0xffffffu);
+    EXPECT_EQ(withGaps.Ink(10, 39, 30, 91), withGaps.Ink());
+    Sheet nowhere;
+    nowhere.Paint(ArrowTo(20, 30));
+    nowhere.Paint(ArrowTo(std::numeric_limits<double>::quiet_NaN(), 30));
+    EXPECT_EQ(nowhere.Ink(), 0);
+}
+
+TEST(pic_AnnotationPainter, DrawsEveryHeadAtTheEndOfItsArrowAndEveryLine) {
+    for (int style = annC_HEAD_ARROW; style <= annC_HEAD_NONE; ++style) {
+        Sheet sheet;
+        annC_Arrow arrow = ArrowTo(80, 80);
+        arrow.SetLineStyle(annC_LINE_NONE);
+        arrow.SetEndHeadStyle(static_cast<annC_ArrowHeadStyleEnm>(style));
+        sheet.Paint(arrow);
+        EXPECT_EQ(sheet.Ink() > 30, style != annC_HEAD_NONE) << style;
+        if (style < annC_HEAD_HOLLOW_CIRCLE || style == annC_HEAD_NONE) continue;
+        EXPECT_EQ(sheet.At(80, 80) != Sheet::kGrey, style % 2 == 1) << "filled ones are odd";
+        EXPECT_EQ(sheet.Ink(62, 62, 98, 98), sheet.Ink()) << style;
+    }
+    int solid = 0;
+    for (int style = annC_LINE_SOLID; style <= annC_LINE_DOT_DASH; ++style) {
+        Sheet sheet;
+        annC_Arrow arrow = ArrowTo(100, 30);
+        arrow.SetLineStyle(static_cast<annC_LineStyleEnm>(style));
+        arrow.SetEndHeadStyle(annC_HEAD_NONE);
+        sheet.Paint(arrow);
+        if (style == annC_LINE_SOLID) solid = sheet.Ink();
+        EXPECT_GT(sheet.Ink(), 0) << style;
+        EXPECT_LE(sheet.Ink(), style == annC_LINE_SOLID ? solid : solid * 9 / 10) << style;
+    }
+}
+
+TEST(pic_AnnotationPainter, DrawsTextsAtTheirAnchorsInTheirColours) {
+    annC_Text text;
+    text.SetText("HH\nH");
+    text.SetAnchor(annC_ViewportAnchor(60, 60));
+    text.SetColor("Blue");
+    const struct {
+        annC_RelativePositionEnm reference;
+        int left, bottom, right, top;
+    } cases[] = {{annC_POSITION_BOTTOM_LEFT, 60, 60, 120, 120},
+                 {annC_POSITION_TOP_RIGHT, 0, 0, 60, 60},
+                 {annC_POSITION_CENTER_LEFT, 60, 30, 120, 90}};
+    for (const auto& c : cases) {
+        Sheet sheet;
+        text.SetReferencePoint(annC_NamedAnchor(c.reference));
+        sheet.Paint(text);
+        EXPECT_GT(sheet.Ink(), 50) << c.reference;
+        EXPECT_EQ(sheet.Ink(c.left, c.bottom, c.right, c.top), sheet.Ink()) << c.reference;
+        EXPECT_TRUE(sheet.Has(0x0000ffu)) << c.reference;
+    }
+    Sheet unknown;
+    text.SetColor("no colour");
+    text.SetBackgroundStyle(annC_BACKGROUND_OTHER);
+    text.SetBackgroundColor("no colour either");
+    unknown.Paint(text);
+    EXPECT_TRUE(unknown.Has(0xffffffu));
+    EXPECT_TRUE(unknown.Has(0x000000u));
+}
+
+TEST(pic_AnnotationPainter, DrawsALegendInTheMiddleOfTheLowerEdge) {
+    Sheet sheet;
+    sheet.Painter().PaintLegend({{"Red", "H"}, {"", "H"}});
+    EXPECT_TRUE(sheet.Has(0xff0000u));
+    EXPECT_TRUE(sheet.Has(0x000000u));
+    EXPECT_EQ(sheet.Ink(10, 10, 110, 40), sheet.Ink());
+}
+
 TEST(pic_PartColors, DifferFromEachOtherAndFromTheBackground) {
-    const std::vector<g3d_Color> colors = pic_PartColors(200, kWhite);
+    const std::vector<g3d_Color> colors = pic_PartColors(200, {kWhite});
     for (std::size_t i = 0; i < colors.size(); ++i) {
         EXPECT_GT(colors[i].Distance(kWhite), 0.5f) << i;
         for (std::size_t k = 0; k < i; ++k) {
