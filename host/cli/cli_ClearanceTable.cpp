@@ -17,6 +17,12 @@ std::string Seconds(double seconds) {
     return text;
 }
 
+std::string Length(double length) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.7g", length);
+    return text;
+}
+
 double LargestCoordinate(const clr_Vec& p) {
     return std::max({std::abs(p.x), std::abs(p.y), std::abs(p.z)});
 }
@@ -41,22 +47,25 @@ std::string cli_ClearanceTable::Counts() const {
 }
 
 void cli_ClearanceTable::Print(std::ostream& stream) const {
-    double largest = std::max(report.lengths.gap, report.lengths.touch);
+    double longest = 0;
+    double farthest = 0;
     for (const clr_Finding& pair : report.pairs) {
-        largest = std::max({largest, pair.result.length, LargestCoordinate(pair.result.onFirst),
-                            LargestCoordinate(pair.result.onSecond)});
+        longest = std::max(longest, pair.result.length);
+        farthest = std::max({farthest, LargestCoordinate(pair.result.onFirst),
+                             LargestCoordinate(pair.result.onSecond)});
     }
-    const cli_NumberFormat format(largest);
+    const cli_NumberFormat lengths(longest);
+    const cli_NumberFormat coordinates(farthest);
     cli_Columns columns(3);
     columns.Add({"kind", "part A", "part B", "length", "A x", "A y", "A z", "B x", "B y", "B z"});
     columns.AddRule();
     for (const clr_Finding& pair : report.pairs) {
         const clr_PairResult& result = pair.result;
         cli_Columns::Cells cells = {clr_TextOf(result.kind).label, parts[pair.first].Name(),
-                                    parts[pair.second].Name(), format.Text(result.length)};
+                                    parts[pair.second].Name(), lengths.Text(result.length)};
         for (const clr_Vec& p : {result.onFirst, result.onSecond}) {
             for (const double coordinate : {p.x, p.y, p.z})
-                cells.push_back(format.Text(coordinate));
+                cells.push_back(coordinates.Text(coordinate));
         }
         columns.Add(std::move(cells));
     }
@@ -65,9 +74,8 @@ void cli_ClearanceTable::Print(std::ostream& stream) const {
     stream << "total: " << report.pairsChecked << (report.pairsChecked == 1 ? " pair" : " pairs")
            << " of " << parts.size() << (parts.size() == 1 ? " part" : " parts") << ": " << Counts()
            << "\nThe length of a crossing is its depth, of any other pair its clearance. Gap "
-           << format.Text(report.lengths.gap) << ", touch length "
-           << format.Text(report.lengths.touch) << ". Checked in " << Seconds(report.seconds)
-           << ".\n";
+           << Length(report.lengths.gap) << ", touch length " << Length(report.lengths.touch)
+           << ". Checked in " << Seconds(report.seconds) << ".\n";
 }
 
 std::string cli_ClearanceTable::JsonPair(const clr_Finding& pair) const {

@@ -15,7 +15,7 @@ class cli_ClearanceTable {
     cli_ClearanceTable(const std::vector<hst_Part>& checkedParts, const clr_Report& checkReport)
         : parts(checkedParts), report(checkReport) {}
 
-    /// Prints for a reader, numbers rounded to the same decimals.
+    /// Prints for a reader, lengths rounded to the same decimals, and so coordinates.
     void Print(std::ostream& stream) const;
     /// Prints for programs: one JSON object with every number in full (17 significant digits).
     void PrintJson(std::ostream& stream) const;

@@ -32,7 +32,7 @@ constexpr const char* kFooter =
     "Exit status: 0 done, without findings or differences; 1 with findings ('clearance', 'show' "
     "of\n"
     "a check) or differences ('diff'); 2 bad input or wrong usage, with one line on standard\n"
-    "error; of 'run' that of the script.\n"
+    "error; 130 after Ctrl-C; of 'run' that of the script.\n"
     "'ktsovu COMMAND --help' tells the options of a command.";
 
 std::string DefaultLimit(int base, int perMiB) {
@@ -135,8 +135,10 @@ void AddClearance(CLI::App& app, cli_ClearanceRequest& request, int& status) {
         ->expected(1)
         ->take_all();
     command
-        ->add_option("--top", request.labelCount,
-                     "Number of findings that get a label and an arrow (default: 10)")
+        ->add_option(
+            "--top", request.labelCount,
+            "Number of findings that get a label and an arrow in the picture (default: 10;\n"
+            "30 have room)")
         ->type_name("N");
     command
         ->add_option(
@@ -154,9 +156,10 @@ void AddClearance(CLI::App& app, cli_ClearanceRequest& request, int& status) {
         "  enclosed   when the surfaces are farther apart than that and one part is in the other,\n"
         "  touching   when the surfaces are no farther apart than that,\n"
         "  too close  when they are nearer than the gap.\n"
-        "All but touching pairs are findings. A part that is not closed and so has no clear "
-        "inside\n"
-        "is named in a warning.");
+        "All but touching pairs are findings. A part that has no clear inside, since it is not "
+        "closed\n"
+        "or inside out, is named in a warning.\n"
+        "Exit status: 0 without findings, 1 with findings, 2 bad input or wrong usage.");
     command->callback([&] { status = cli_Clearance(request) ? kFindings : kDone; });
 }
 
@@ -169,7 +172,8 @@ void AddDiff(CLI::App& app, cli_DiffRequest& request, int& status) {
     command->footer(
         "Parts are matched by their names. A finding has changed when it is of another kind, or "
         "its\n"
-        "length differs by more than the touch length.");
+        "length differs by more than the touch length.\n"
+        "Exit status: 0 without differences, 1 with differences, 2 bad input or wrong usage.");
     command->callback([&] { status = cli_Diff(request) ? kFindings : kDone; });
 }
 
