@@ -127,6 +127,10 @@ TEST(clr_TriangleDistance, IsReachedByPointsThatASlabParts) {
         ASSERT_TRUE(clr_FindNearest(b, a, swapped));
         EXPECT_NEAR(std::sqrt(swapped.distanceSq), std::sqrt(nearest.distanceSq), 1e-12);
 
+        clr_Nearest bounded;
+        bounded.distanceSq = 1.001 * nearest.distanceSq + 1e-20;
+        EXPECT_TRUE(clr_FindNearest(a, b, bounded)) << "dropped for a bound farther away";
+
         clr_Nearest fromPoint;
         const clr_Vec p = RandomPoint(random, 2);
         ASSERT_TRUE(clr_FindNearest(p, a, fromPoint));
