@@ -13,30 +13,45 @@
 typedef unsigned (*InitializeFunction)(void);
 typedef void (*FinalizeFunction)(void);
 
-/* A function and an object pointer have one representation on both systems. */
+#if defined(_WIN32)
+
+typedef HMODULE Library;
+typedef FARPROC Address;
+
+static Library Open(void) { return LoadLibraryA(KTSOVUGEOM_LIBRARY); }
+static int Close(Library library) { return FreeLibrary(library) != 0; }
+static Address Find(Library library, const char* name) { return GetProcAddress(library, name); }
+
+#else
+
+typedef void* Library;
+typedef void* Address;
+
+static Library Open(void) { return dlopen(KTSOVUGEOM_LIBRARY, RTLD_NOW); }
+static int Close(Library library) { return dlclose(library) == 0; }
+static Address Find(Library library, const char* name) { return dlsym(library, name); }
+
+#endif
+
+/* Whatever the loader answers has the representation of the function's own type. */
 typedef union {
-    void* address;
+    Address address;
     InitializeFunction initialize;
     FinalizeFunction finalize;
 } Entry;
 
-static Entry Load(const char* name) {
-    Entry entry;
-#if defined(_WIN32)
-    HMODULE library = LoadLibraryA(KTSOVUGEOM_LIBRARY);
-    entry.address = library ? (void*)GetProcAddress(library, name) : NULL;
-#else
-    void* library = dlopen(KTSOVUGEOM_LIBRARY, RTLD_NOW);
-    entry.address = library ? dlsym(library, name) : NULL;
-#endif
-    return entry;
-}
-
-int main(void) {
-    const Entry initialize = Load("KTSOvuGeom_initializeC");
-    const Entry finalize = Load("KTSOvuGeom_finalizeC");
+/* Loads the library, counts three uses, unloads it; 0 when all was as expected. */
+static int LoadAndUse(void) {
+    const Library library = Open();
+    Entry initialize, finalize;
     unsigned users;
     int call;
+    if (!library) {
+        fprintf(stderr, "%s does not load\n", KTSOVUGEOM_LIBRARY);
+        return 1;
+    }
+    initialize.address = Find(library, "KTSOvuGeom_initializeC");
+    finalize.address = Find(library, "KTSOvuGeom_finalizeC");
     if (!initialize.address || !finalize.address) {
         fprintf(stderr, "%s: entry points missing\n", KTSOVUGEOM_LIBRARY);
         return 1;
@@ -49,5 +64,11 @@ int main(void) {
         }
         finalize.finalize();
     }
+    if (!Close(library)) {
+        fprintf(stderr, "%s does not unload\n", KTSOVUGEOM_LIBRARY);
+        return 1;
+    }
     return 0;
 }
+
+int main(void) { return LoadAndUse() || LoadAndUse(); }

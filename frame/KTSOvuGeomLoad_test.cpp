@@ -1,7 +1,12 @@
 // Loads the library at run time into a program that holds the foundation up itself.
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
+
+#if defined(_WIN32)
+#include <windows.h>
+#else
+#include <dlfcn.h>
+#endif
 
 #include "foundation/alloc/mem_Alloc.h"
 #include "foundation/coreutils/KTSBasCoreUtils.h"
@@ -14,6 +19,16 @@ namespace {
 
 constexpr char kLibrary[] = KTSOVUGEOM_LIBRARY;
 
+#if defined(_WIN32)
+auto Load() { return LoadLibraryA(kLibrary); }
+bool Unload(HMODULE library) { return FreeLibrary(library) != 0; }
+bool IsLoaded() { return GetModuleHandleA(kLibrary) != nullptr; }
+#else
+auto Load() { return dlopen(kLibrary, RTLD_NOW | RTLD_LOCAL); }
+bool Unload(void* library) { return dlclose(library) == 0; }
+bool IsLoaded() { return dlopen(kLibrary, RTLD_NOW | RTLD_NOLOAD) != nullptr; }
+#endif
+
 TEST(KTSOvuGeomLoad, UnloadingDetachesAndLeavesNoPointerInTheFoundation) {
     int count = 0;
     KTSBasCoreUtils_initialize(count);
@@ -22,12 +37,12 @@ TEST(KTSOvuGeomLoad, UnloadingDetachesAndLeavesNoPointerInTheFoundation) {
     (void)registrar.ClassRegistrar();
     const std::size_t blocks = mem_LiveBlocks();
     for (int i = 0; i < test_Rounds(1000); ++i) {
-        void* library = dlopen(kLibrary, RTLD_NOW | RTLD_LOCAL);
-        ASSERT_NE(library, nullptr) << dlerror();
+        const auto library = Load();
+        ASSERT_NE(library, nullptr) << kLibrary;
         ASSERT_EQ(typ_ArchCompTable::RowCount(778), 15);
         ASSERT_NE(registrar.ClassRegistrar().Find(typ_TypeId(778, 1)), nullptr);
-        ASSERT_EQ(dlclose(library), 0);
-        ASSERT_EQ(dlopen(kLibrary, RTLD_NOW | RTLD_NOLOAD), nullptr);
+        ASSERT_TRUE(Unload(library));
+        ASSERT_FALSE(IsLoaded());
         ASSERT_EQ(typ_ArchCompTable::RowCount(778), 0);
         ASSERT_EQ(registrar.Size(), 0);
         ASSERT_EQ(registrar.ClassRegistrar().Find(typ_TypeId(778, 1)), nullptr);

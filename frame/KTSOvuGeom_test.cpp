@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <new>
 #include <string>
 
@@ -11,6 +10,7 @@
 #include "foundation/coreutils/omi_Singleton.h"
 #include "foundation/coreutils/typ_ArchCompTable.h"
 #include "foundation/shared/cls_ClassRegistrar.h"
+#include "testing/test_Environment.h"
 #include "testing/test_FailingAllocator.h"
 
 namespace {
@@ -119,20 +119,18 @@ TEST_F(KTSOvuGeomDown, AStartWithoutMemoryIsUndone) {
     EXPECT_GT(failures, 50);
 }
 
-#if !defined(_WIN32)
 TEST_F(KTSOvuGeomDown, TheStartForcesTheProcessorLevelOfTheEnvironment) {
-    setenv("ZRX_SSE_LEVEL", "SSE42", 1);
-    setenv("ZRX_SSE_LEVEL_NOTIFIED", "1", 1);
+    test_SetVariable("ZRX_SSE_LEVEL", "SSE42");
+    test_SetVariable("ZRX_SSE_LEVEL_NOTIFIED", "1");
     testing::internal::CaptureStderr();
     int count = 0;
     KTSOvuGeom_initialize(count);
     const std::string printed = testing::internal::GetCapturedStderr();
     KTSOvuGeom_finalize(count);
-    unsetenv("ZRX_SSE_LEVEL");
-    unsetenv("ZRX_SSE_LEVEL_NOTIFIED");
+    test_SetVariable("ZRX_SSE_LEVEL", nullptr);
+    test_SetVariable("ZRX_SSE_LEVEL_NOTIFIED", nullptr);
     EXPECT_NE(printed.find(">>> SSE LEVEL OVERRIDE! ENFORCED LEVEL: SSE 4.2\n"), printed.npos);
     EXPECT_EQ(KTSBasOmniFeatureIndicator(), 2u * KTSBAS_CPU_SSE42 - 1);
 }
-#endif
 
 }  // namespace

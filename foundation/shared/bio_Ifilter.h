@@ -45,7 +45,7 @@ class KTSBASSHARED_API bio_Ifilter {
     void ReadBytes(void* out, std::size_t count);
     /// The next `count` bytes where they stand, consumed; null (and a failed filter) when fewer are
     /// left.
-    [[nodiscard]] const std::byte* Take(std::size_t count);
+    [[nodiscard]] inline const std::byte* Take(std::size_t count);
     /// The number of elements to follow, each of `smallestElement` bytes or more, after
     /// `bytesBetween` others: 0 for a negative number and for one that the rest of the stream
     /// cannot hold.
