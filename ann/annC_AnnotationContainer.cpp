@@ -161,7 +161,12 @@ annC_AnnotationContainer& annC_AnnotationContainer::operator=(
             changed.InsertFront(pairs[i].name, pairs[i].annotation);
             changes.Insert(pairs[i].name, 0);
         }
-        changes.PostAnd([&] { *table.Get() = changed; });
+        const annC_MapString2AnnotationCow next(new annC_MapString2AnnotationCowImpl(changed));
+        changes.PostAnd([&] {
+            mdl_Extension::operator=(other);
+            table = next;
+        });
+        return *this;
     }
     mdl_Extension::operator=(other);
     return *this;

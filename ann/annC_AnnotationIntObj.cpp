@@ -154,7 +154,8 @@ Result SetValuesOf(annC_AnnotationIntObj& object, omu_Arguments& arguments) {
 
 annC_AnnotationIntObj::Place annC_AnnotationIntObj::PlaceOf(const annC_Annotation& annotation) {
     Place place;
-    place.own = std::make_shared<annC_AnnotationCow>(annotation.Copy());
+    const annC_AnnotationCow held(annotation.Copy());
+    place.own = std::make_shared<annC_AnnotationCow>(held);
     return place;
 }
 
@@ -237,7 +238,10 @@ Result annC_AnnotationIntObj::Call(const cow_String& method, omu_Arguments&) {
     RaiseNoSuchMember(method);
 }
 
-cow_String annC_AnnotationIntObj::Summary() const { return TypeString(); }
+cow_String annC_AnnotationIntObj::Summary() const {
+    static_cast<void>(ConstGet());  // an annotation that is gone has none
+    return TypeString();
+}
 
 void annC_AnnotationIntObj::SetValues(omu_Arguments& arguments) { arguments.End(); }
 

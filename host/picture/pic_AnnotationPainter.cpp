@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <numbers>
 #include <string>
 #include <utility>
@@ -82,6 +83,33 @@ class Saved {
   private:
     cairo_t* context;
 };
+
+/// The lines of a text and the box around them, in the font that the painter has.
+struct TextLayout {
+    TextLayout(cairo_t* context, const annC_Text& text) : lines(LinesOf(text.GetText().View())) {
+        cairo_font_extents(context, &font);
+        for (const std::string& line : lines) {
+            cairo_text_extents_t extents;
+            cairo_text_extents(context, line.c_str(), &extents);
+            widths.push_back(extents.x_advance);
+        }
+        width = *std::max_element(widths.begin(), widths.end()) + 2 * kTextPadding;
+        height = font.height * static_cast<double>(lines.size()) + 2 * kTextPadding;
+    }
+
+    std::vector<std::string> lines;
+    std::vector<double> widths;
+    cairo_font_extents_t font{};
+    double width = 0;
+    double height = 0;
+};
+
+void SelectFont(cairo_t* context, const annC_Font& font) {
+    cairo_select_font_face(context, std::string(font.Family().View()).c_str(),
+                           font.IsSlanted() ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
+                           font.IsBold() ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
+    cairo_set_font_size(context, font.SizePt() * kPixelsPerPoint);
+}
 
 }  // namespace
 
@@ -184,18 +212,10 @@ void pic_AnnotationPainter::Paint(const annC_Text& text) {
     const annC_Point2D place = PlaceOf(text.ConstGetAnchor(), text.GetOffset());
     if (!IsFinite(place) || !std::isfinite(text.GetRotationAngle())) return;
     const Saved saved(context);
-    SetFont(annC_Font(text.GetFont()));
-    const std::vector<std::string> lines = LinesOf(text.GetText().View());
-    cairo_font_extents_t font;
-    cairo_font_extents(context, &font);
-    std::vector<double> widths;
-    for (const std::string& line : lines) {
-        cairo_text_extents_t extents;
-        cairo_text_extents(context, line.c_str(), &extents);
-        widths.push_back(extents.x_advance);
-    }
-    const double width = *std::max_element(widths.begin(), widths.end()) + 2 * kTextPadding;
-    const double height = font.height * static_cast<double>(lines.size()) + 2 * kTextPadding;
+    SelectFont(context, annC_Font(text.GetFont()));
+    const TextLayout layout(context, text);
+    const double width = layout.width;
+    const double height = layout.height;
 
     annC_Point2D reference;
     if (const auto* named = dynamic_cast<const annC_NamedAnchor*>(&text.ConstGetReferencePoint())) {
@@ -213,11 +233,12 @@ void pic_AnnotationPainter::Paint(const annC_Text& text) {
     SetColor(text.GetColor(), kWhite);
     if (text.HasBox()) cairo_stroke_preserve(context);
     cairo_new_path(context);
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        const double room = width - 2 * kTextPadding - widths[i];
-        cairo_move_to(context, kTextPadding + room * static_cast<int>(text.GetJustification()) / 2,
-                      kTextPadding + font.ascent + font.height * static_cast<double>(i));
-        cairo_show_text(context, lines[i].c_str());
+    for (std::size_t i = 0; i < layout.lines.size(); ++i) {
+        const double room = width - 2 * kTextPadding - layout.widths[i];
+        cairo_move_to(
+            context, kTextPadding + room * static_cast<int>(text.GetJustification()) / 2,
+            kTextPadding + layout.font.ascent + layout.font.height * static_cast<double>(i));
+        cairo_show_text(context, layout.lines[i].c_str());
     }
 }
 
@@ -227,7 +248,7 @@ void pic_AnnotationPainter::PaintLegend(const std::vector<pic_LegendEntry>& lege
     constexpr double kBetween = 28;
     constexpr double kBottom = 18;
     const Saved saved(context);
-    SetFont(annC_Font(annC_Font::kDefault));
+    SelectFont(context, annC_Font(annC_Font::kDefault));
     std::vector<double> widths;
     double whole = -kBetween;
     for (const pic_LegendEntry& entry : legend) {
@@ -262,9 +283,12 @@ void pic_AnnotationPainter::SetColor(const cow_String& name, std::uint32_t fallb
     SetColor(color ? pic_PackedColor(*color) : fallback);
 }
 
-void pic_AnnotationPainter::SetFont(const annC_Font& font) {
-    cairo_select_font_face(context, std::string(font.Family().View()).c_str(),
-                           font.IsSlanted() ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
-                           font.IsBold() ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
-    cairo_set_font_size(context, font.SizePt() * kPixelsPerPoint);
+annC_Point2D pic_TextSize(const annC_Text& text) {
+    const std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface(
+        cairo_image_surface_create(CAIRO_FORMAT_RGB24, 1, 1), &cairo_surface_destroy);
+    const std::unique_ptr<cairo_t, decltype(&cairo_destroy)> context(cairo_create(surface.get()),
+                                                                     &cairo_destroy);
+    SelectFont(context.get(), annC_Font(text.GetFont()));
+    const TextLayout layout(context.get(), text);
+    return {layout.width, layout.height};
 }

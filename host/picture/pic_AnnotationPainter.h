@@ -44,8 +44,10 @@ class pic_AnnotationPainter {
     void SetColor(std::uint32_t rgb);
     /// The colour of this name, or `fallback` when the colour map has none.
     void SetColor(const cow_String& name, std::uint32_t fallback);
-    void SetFont(const annC_Font& font);
 
     cairo_t* context;
     pic_Viewport viewport;
 };
+
+/// The width and height in pixels of the box of a text as it is painted, before it is turned.
+[[nodiscard]] annC_Point2D pic_TextSize(const annC_Text& text);

@@ -2,6 +2,7 @@
 
 #include <pybind11/pybind11.h>
 
+#include "host/python/py_Annotation.h"
 #include "host/python/py_Array.h"
 #include "host/python/py_Clearance.h"
 #include "host/python/py_Convert.h"
@@ -26,9 +27,9 @@ constexpr const char* kDoc =
     "not fit, or the exception that is named beside the function.";
 
 constexpr void (*kSteps[])(PyObject*) = {
-    &py_AddErrors, &py_AddObjects,    &py_AddArray, &py_AddPointAndVector,
-    &py_AddMatrix, &py_AddQuaternion, &py_AddBBox,  &py_AddCamera,
-    &py_AddColor,  &py_AddNames,      &py_AddModel, &py_AddClearance,
+    &py_AddErrors,     &py_AddObjects,   &py_AddArray,       &py_AddPointAndVector, &py_AddMatrix,
+    &py_AddQuaternion, &py_AddBBox,      &py_AddCamera,      &py_AddColor,          &py_AddNames,
+    &py_AddModel,      &py_AddClearance, &py_AddAnnotations,
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "host/python/py_Annotation.h"
 #include "host/python/py_Error.h"
 #include "host/python/py_Text.h"
 #include "host/python/py_Value.h"
@@ -156,6 +157,9 @@ PyObject* py_ObjectOf(std::unique_ptr<omu_Primitive> adopted) {
         return own ? own : py_NewObject(py_constantType, std::move(adopted));
     }
     if (adopted->IsType(omu_PrimTag::kArray)) return py_NewObject(py_arrayType, std::move(adopted));
+    if (const auto* annotation = dynamic_cast<const annC_InterfaceObj*>(adopted.get())) {
+        return py_NewObject(py_TypeOfAnnotation(*annotation), std::move(adopted));
+    }
     const auto* const value = dynamic_cast<const py_ValueBase*>(adopted.get());
     return py_NewObject(value ? value->PythonType() : py_primitiveType, std::move(adopted));
 }

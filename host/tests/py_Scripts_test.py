@@ -149,6 +149,9 @@ class Scripts(unittest.TestCase):
         self.assertEqual((result.withoutArea(), result.unclearInside()), ([], []))
         points = memoryview(result.points()).tolist()
         self.assertEqual(points[1], [p for pair in printed["pairs"][1:] for p in (pair["onFirst"], pair["onSecond"])])
+        run(PROGRAM, "clearance", cubes, "--gap", "2", "--save", self.path("cubes.db"))
+        self.assertEqual(sorted(ktsovu.loadAnnotations(self.path("cubes.db"))),
+                         ["arrow 1", "arrow 2", "label 1", "label 2"])
         parts = ktsovu.readModel(cubes)
         moved = ktsovu.clearance(parts, gap=2, move=["b=9,0,0"], ignore=["a:c"])
         self.assertEqual((moved.pairs(), moved.pairsChecked), ([], 2))
@@ -156,6 +159,30 @@ class Scripts(unittest.TestCase):
             ktsovu.clearance(parts, gap=-1)
         with self.assertRaisesRegex(ktsovu.CorvixError, "there is no part 'd'"):
             ktsovu.clearance(parts, move=["d=1,2,3"])
+
+    def test_annotations_are_objects_of_scripts(self):
+        ktsovu.changeHistory()
+        container = ktsovu.AnnotationContainer()
+        container["label"] = ktsovu.Text("two\nlines", (10, 20))
+        container["arrow"] = ktsovu.Arrow(color="Red", endPoint=(3, 4))
+        self.assertEqual((list(container), len(container), "label" in container), (["arrow", "label"], 2, True))
+        label = container["label"]
+        self.assertGreater(label.height, label.width / 4)
+        label.text = "more"
+        label.setValues(offsetX=5, justification=ktsovu.CENTER)
+        self.assertEqual((container["label"].text, label.offset), ("more", (5.0, 20.0)))
+        container.bringToFront(name="label")
+        container.changeKey("arrow", "pointer")
+        self.assertEqual(container.keys(), ("label", "pointer"))
+        self.assertEqual(ktsovu.changeHistory()[2:], [("Remove", "label"), ("Insert", "label", 0),
+                                                     ("Rename", "arrow", "pointer", 1)])
+        del container["label"]
+        for error, use in ((ktsovu.AccessError, lambda: label.text), (KeyError, lambda: container["label"]),
+                           (AttributeError, lambda: container["pointer"].nosuch),
+                           (ktsovu.ColorError, lambda: ktsovu.Arrow(color="nosuch")),
+                           (TypeError, lambda: container["pointer"].translate("x", 1))):
+            self.assertRaises(error, use)
+        self.assertIn("translate", dir(container["pointer"]))
 
     def test_examples_are_four(self):
         self.assertEqual(len(list(EXAMPLES.glob("*.py"))), 4)
