@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "bench/bench_Ratios.h"
+#include "gsl/gsl_BoxMeasures.h"
 #include "gsl/gsl_OctreeBBox.h"
 #include "host/clearance/clr_Body.h"
 #include "host/clearance/clr_Check.h"
