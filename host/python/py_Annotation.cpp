@@ -1,6 +1,6 @@
 #include "host/python/py_Annotation.h"
 
-#include <string>
+#include <optional>
 
 #include "ann/annC_AnnotationClient.h"
 #include "ann/annC_AnnotationContainerIntObj.h"
@@ -9,18 +9,14 @@
 #include "host/picture/pic_AnnotationPainter.h"
 #include "host/python/py_Call.h"
 #include "host/python/py_Class.h"
-#include "host/python/py_Names.h"
+#include "host/python/py_Model.h"
 #include "host/python/py_Object.h"
 #include "host/python/py_Reference.h"
 #include "host/python/py_Text.h"
-#include "host/store/hst_Database.h"
 #include "omu/omu_ChangeHistory.h"
-#include "omu/omu_CmdExceptions.h"
 #include "omu/omu_PrimList.h"
 
 namespace {
-
-const cow_String kDatabase = "database";
 
 PyTypeObject* annotationType = nullptr;
 PyTypeObject* containerType = nullptr;
@@ -188,14 +184,10 @@ py_Result NewContainer(omu_Arguments&) {
 }
 
 py_Result LoadAnnotations(omu_Arguments& arguments) {
-    cow_String database;
-    arguments.Get(database, kDatabase);
-    if (arguments.Error()) return {};
-    py_RefuseZeroBytes(database);
-    const hst_SavedModel model =
-        hst_Database(std::string(database.View()), hst_Database::Access::Read).Load();
+    const std::optional<hst_SavedModel> model = py_GivenSavedModel(arguments);
+    if (!model) return {};
     return std::make_unique<annC_AnnotationContainerIntObj>(
-        model.check ? model.check->annotations : annC_AnnotationContainer());
+        model->check ? model->check->annotations : annC_AnnotationContainer());
 }
 
 py_Result ChangeHistory(omu_Arguments& arguments) {

@@ -127,11 +127,9 @@ py_Result SaveParts(omu_Arguments& arguments) {
 }
 
 py_Result LoadParts(omu_Arguments& arguments) {
-    const cow_String database = GivenPath(arguments, kDatabase);
-    if (arguments.Error()) return {};
-    py_RefuseZeroBytes(database);
-    return ReturnParts(
-        hst_Database(std::string(database.View()), hst_Database::Access::Read).Load().parts);
+    std::optional<hst_SavedModel> model = py_GivenSavedModel(arguments);
+    if (!model) return {};
+    return ReturnParts(std::move(model->parts));
 }
 
 void RequireTriples(const omu_PrimArray& array, const cow_String& keyword) {
@@ -259,6 +257,13 @@ PyMethodDef kFunctions[] = {
 
 cow_String py_ValueTraits<py_Part>::Text(const py_Part& part) {
     return atr("<Part %s of %d triangles>", omu_Quoted(Name(part)), part->TriangleCount());
+}
+
+std::optional<hst_SavedModel> py_GivenSavedModel(omu_Arguments& arguments) {
+    const cow_String database = GivenPath(arguments, kDatabase);
+    if (arguments.Error()) return std::nullopt;
+    py_RefuseZeroBytes(database);
+    return hst_Database(std::string(database.View()), hst_Database::Access::Read).Load();
 }
 
 std::vector<hst_Part> py_GivenModel(omu_Arguments& arguments, const cow_String& keyword) {

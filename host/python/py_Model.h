@@ -1,10 +1,12 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "host/model/hst_Part.h"
 #include "host/python/py_Value.h"
+#include "host/store/hst_Database.h"
 #include "omu/omu_Arguments.h"
 
 /// A part of a model as scripts hold it: it never changes, so copies share the triangles. Equal to
@@ -27,6 +29,10 @@ struct py_ValueTraits<py_Part> {
 /// either have names of their own. Throws `py_PythonError` when Ctrl-C stopped the reading.
 [[nodiscard]] std::vector<hst_Part> py_GivenModel(omu_Arguments& arguments,
                                                   const cow_String& keyword);
+
+/// The content of the database that the argument "database", the only one, names; nothing when the
+/// arguments do not fit.
+[[nodiscard]] std::optional<hst_SavedModel> py_GivenSavedModel(omu_Arguments& arguments);
 
 /// Adds parts, reading models, the table and the database of parts to the module.
 void py_AddModel(PyObject* module);
