@@ -6,7 +6,7 @@
 #include <limits>
 
 /// A point or vector of the clearance check: three doubles side by side and nothing else, since the
-/// check walks over millions of them. Equality is of bits, no tolerance takes part.
+/// check walks over millions of them.
 struct clr_Vec {
     double x = 0;
     double y = 0;
@@ -21,7 +21,6 @@ struct clr_Vec {
     friend clr_Vec operator*(double factor, const clr_Vec& v) noexcept {
         return {factor * v.x, factor * v.y, factor * v.z};
     }
-    friend bool operator==(const clr_Vec&, const clr_Vec&) = default;
 };
 
 [[nodiscard]] inline double clr_Dot(const clr_Vec& a, const clr_Vec& b) noexcept {
