@@ -19,7 +19,8 @@ constexpr cls_FieldHandle kAnnotations("annotations");
 
 using Container = annC_AnnotationContainer;
 
-/// The tuples of one operation.
+/// The tuples of one operation. On a thread that does not record there are none, and nothing is
+/// posted, so that it gets no history of its own.
 class Changes {
   public:
     void Insert(const cow_String& name, int index) { Add(Container::kInsert, name, index); }
@@ -31,7 +32,9 @@ class Changes {
         Remove(name);
         Insert(name, index);
     }
-    void Post() const { omu_ChangeHistory::Instance().addChanges(tuples); }
+    void Post() const {
+        if (isRecording) omu_ChangeHistory::Instance().addChanges(tuples);
+    }
     /// Posts the tuples and makes the change that they tell of: both, or neither when it throws.
     template <class Change>
     void PostAnd(Change&& change) const {
@@ -39,7 +42,7 @@ class Changes {
         try {
             change();
         } catch (...) {
-            omu_ChangeHistory::Instance().Withdraw(tuples.Length());
+            if (isRecording) omu_ChangeHistory::Instance().Withdraw(tuples.Length());
             throw;
         }
     }
@@ -56,7 +59,7 @@ class Changes {
         tuples.Append(omu_PrimHandle(new omu_PrimTuple(all)));
     }
 
-    const bool isRecording = omu_ChangeHistory::Instance().IsRecording();
+    const bool isRecording = omu_ChangeHistory::IsRecordingHere();
     cow_List<omu_PrimHandle> tuples;
 };
 

@@ -7,10 +7,12 @@
 #include <map>
 #include <new>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "ann/annC_Arrow.h"
 #include "ann/annC_Text.h"
+#include "foundation/alloc/mem_Alloc.h"
 #include "omu/omu_ChangeHistory.h"
 #include "omu/omu_PrimNumber.h"
 #include "omu/omu_PrimString.h"
@@ -108,6 +110,18 @@ TEST(annC_AnnotationContainer, PostsWhatItDoes) {
                 ElementsAre("('Remove', 'b')", "('Rename', 'no', 'c', 1)", "('Remove', 'c')",
                             "('Insert', 'c', 1)", "('Insert', 'n', 0)", "('Remove', 'n')"));
     EXPECT_THAT(KeysOf(container), ElementsAre("x", "c"));
+    container.Clear();
+    EXPECT_THAT(follower.Take(), ElementsAre("('Remove', 'x')", "('Remove', 'c')"));
+}
+
+TEST(annC_AnnotationContainer, GivesNoHistoryToAThreadThatDoesNotFollow) {
+    std::size_t left = 0;
+    std::thread([&left] {
+        const std::size_t before = mem_LiveBlocks();
+        Filled({"a", "b"}).Clear();
+        left = mem_LiveBlocks() - before;
+    }).join();
+    EXPECT_EQ(left, 0u);
 }
 
 TEST(annC_AnnotationContainer, RefusesWhatIsNotThereOrTaken) {

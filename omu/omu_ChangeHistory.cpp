@@ -16,6 +16,11 @@ struct Own {
 };
 constinit thread_local Own own = {nullptr, 0};
 
+/// The history of the calling thread; null where there is none, or none any more.
+omu_ChangeHistory* OwnHistory() noexcept {
+    return own.shutDown == shutDowns ? own.history : nullptr;
+}
+
 }  // namespace
 
 omu_ChangeHistory::omu_ChangeHistory() = default;
@@ -23,13 +28,18 @@ omu_ChangeHistory::omu_ChangeHistory() = default;
 omu_ChangeHistory::~omu_ChangeHistory() = default;
 
 omu_ChangeHistory& omu_ChangeHistory::Instance() {
-    if (own.history && own.shutDown == shutDowns) return *own.history;
+    if (omu_ChangeHistory* const history = OwnHistory()) return *history;
     omu_ChangeHistory* const created = new omu_ChangeHistory;
     own = {created, shutDowns};
     created->next = allHistories;
     while (!allHistories.compare_exchange_weak(created->next, created)) {
     }
     return *created;
+}
+
+bool omu_ChangeHistory::IsRecordingHere() noexcept {
+    const omu_ChangeHistory* const history = OwnHistory();
+    return history && history->isRecording;
 }
 
 void omu_ChangeHistory::StopRecording() {

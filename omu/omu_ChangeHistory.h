@@ -12,6 +12,8 @@ class KTSOVUGEOM_API omu_ChangeHistory {
   public:
     /// The history of the calling thread, created on first use.
     [[nodiscard]] static omu_ChangeHistory& Instance();
+    /// Whether the calling thread has a history that keeps what is posted. Creates none.
+    [[nodiscard]] static bool IsRecordingHere() noexcept;
 
     /// Keeps what is posted from now on, for a follower that takes it.
     void StartRecording() noexcept { isRecording = true; }

@@ -26,17 +26,20 @@ class Change : public omu_Primitive {
 };
 
 TEST(omu_ChangeHistory, EachThreadTakesItsOwnChangesInOrder) {
+    EXPECT_FALSE(omu_ChangeHistory::IsRecordingHere());
     omu_ChangeHistory& own = omu_ChangeHistory::Instance();
     EXPECT_EQ(&own, &omu_ChangeHistory::Instance());
     own.addChange(Change(0));
     EXPECT_EQ(own.TakeChanges().Length(), 0) << "nobody follows";
     own.StartRecording();
+    EXPECT_TRUE(omu_ChangeHistory::IsRecordingHere());
     own.addChange(Change(1));
     own.addChange(Change(2));
     own.addChange(Change(2));
     own.Withdraw(1);
     EXPECT_THROW(own.addChange(omu_PrimNone()), omu_GenericTypeErrorException);
     std::thread([] {
+        EXPECT_FALSE(omu_ChangeHistory::IsRecordingHere());
         omu_ChangeHistory::Instance().StartRecording();
         omu_ChangeHistory::Instance().addChange(Change(3));
         EXPECT_EQ(omu_ChangeHistory::Instance().TakeChanges().Length(), 1);
@@ -53,6 +56,7 @@ TEST(omu_ChangeHistory, EachThreadTakesItsOwnChangesInOrder) {
     EXPECT_EQ(own.TakeChanges().Length(), 0);
     own.addChange(Change(6));
     omu_ChangeHistory::FinalizeAll();
+    EXPECT_FALSE(omu_ChangeHistory::IsRecordingHere());
     EXPECT_FALSE(omu_ChangeHistory::Instance().IsRecording());
     EXPECT_EQ(omu_ChangeHistory::Instance().TakeChanges().Length(), 0);
     omu_ChangeHistory::FinalizeAll();

@@ -245,9 +245,15 @@ struct Records {
     [[nodiscard]] static std::uint32_t TypeId() { return annC_AnnotationContainer::TypeId(); }
 };
 
+/// Stands in the place of an annotation with the class of an anchor.
+struct Anchor : annC_Annotation {
+    [[nodiscard]] std::uint32_t TypeId() const override { return annC_Anchor::kTypeId; }
+};
+
 TEST(annC_AnnotationContainerArchive, DamagedRecordsKeepWhatIsWhole) {
     const annC_Arrow arrow;
     const annC_Text text;
+    const Anchor anchor;
     const struct {
         Records records;
         Names kept;
@@ -263,6 +269,11 @@ TEST(annC_AnnotationContainerArchive, DamagedRecordsKeepWhatIsWhole) {
         {{cow_List<cow_String>("a"), {&arrow, &text, &text}},
          {"a"},
          "Error reading annotations: 2 without a name\n"},
+        // What is none of an annotation's classes is read as an annotation without fields.
+        {{{"a", "b", "c"}, {&arrow, &anchor, &text}},
+         {"a", "b", "c"},
+         "Error constructing object for 3500001 does not inherit from 3500002\n"
+         "Error constructing object for annC_Anchor does not inherit from annC_Annotation\n"},
     };
     for (const auto& damaged : cases) {
         const std::string bytes = Save(damaged.records);
@@ -278,6 +289,11 @@ TEST(annC_AnnotationContainerArchive, DamagedRecordsKeepWhatIsWhole) {
         EXPECT_EQ(testing::internal::GetCapturedStderr(), damaged.printed);
         ASSERT_NE(loaded, nullptr);
         EXPECT_EQ(KeysOf(*loaded), damaged.kept);
+        const auto& records = damaged.records.annotations;
+        for (int i = 0; i < loaded->Size(); ++i) {
+            const auto* const record = records[static_cast<std::size_t>(i)];
+            EXPECT_EQ(*loaded->ConstGet(loaded->Keys()[i]) == annC_Annotation(), record == &anchor);
+        }
     }
 }
 
