@@ -521,7 +521,7 @@ g3d_Camera::Turn g3d_Camera::ShortestTurn(const g3d_Vector& from,
     const g3d_Double3 normal = first.Cross(last);
     const double sine = normal.Length();
     const double cosine = first.Dot(last);
-    const double length = std::hypot(sine, cosine);
+    const double length = std::sqrt(sine * sine + cosine * cosine);
     if (length == 0) return {};
     g3d_Double3 axis = normal;
     if (axis.Normalize()) return {axis, sine / length, cosine / length};

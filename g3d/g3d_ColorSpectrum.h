@@ -54,7 +54,7 @@ class g3d_ColorSpectrum {
     KTSOVUGEOM_API void Reverse() noexcept;
     /// Sets the colours of values below and above the range, and of NaN.
     KTSOVUGEOM_API void SetOutside(const g3d_Color& below, const g3d_Color& above) noexcept;
-    KTSOVUGEOM_API void SetNoValue(const g3d_Color& color) noexcept { noValue = color; }
+    void SetNoValue(const g3d_Color& color) noexcept { noValue = color; }
 
   private:
     void SetLevels(double low, double high, int count);

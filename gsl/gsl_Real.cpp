@@ -2,6 +2,8 @@
 
 #include <cmath>
 #include <cstdint>
+#include <limits>
+#include <numbers>
 
 namespace {
 
@@ -22,12 +24,27 @@ double ScaledByPowerOfTen(double value, std::int64_t power) noexcept {
     return power >= 0 ? value * kExactPowers[power] : value / kExactPowers[-power];
 }
 
+/// floor(log10(magnitude)), with the logarithm rounded as exactly as a double can be. C libraries
+/// disagree on its last places, and hence on the decade of numbers right below a power of ten;
+/// those are compared with the power, by how much the logarithm may round up to it.
+std::int64_t DecadeOf(double magnitude) noexcept {
+    constexpr double kInDoubt = 1e-12;
+    const double logarithm = std::log10(magnitude);
+    const double power = std::floor(logarithm + 0.5);
+    if (std::fabs(logarithm - power) > kInDoubt) {
+        return static_cast<std::int64_t>(std::floor(logarithm));
+    }
+    const auto decade = static_cast<std::int64_t>(power);
+    const double below = std::nextafter(power, -std::numeric_limits<double>::infinity());
+    const double least = 1 - std::numbers::ln10 * 0.5 * (power - below);
+    return ScaledByPowerOfTen(magnitude, -decade) >= least ? decade : decade - 1;
+}
+
 /// The mantissa of `value`, rounded half up to `digits` significant digits, as a signed integer.
 double RoundedMantissa(double value, int digits) noexcept {
     if (value == 0 || !std::isfinite(value)) return value;
     const double magnitude = std::fabs(value);
-    const auto decade = static_cast<std::int64_t>(std::floor(std::log10(magnitude)));
-    const double scaled = ScaledByPowerOfTen(magnitude, digits - decade - 1);
+    const double scaled = ScaledByPowerOfTen(magnitude, digits - DecadeOf(magnitude) - 1);
     const double whole = std::floor(scaled);
     return std::copysign(scaled - whole >= 0.5 ? whole + 1 : whole, value);
 }

@@ -74,6 +74,9 @@ TEST(gsl_Real, ComparesSignificantDigits) {
         {3, 3.0000000000000004, 16, false},
         {3, 3.0000000000000004, 15, true},
         {1e22, 1.0000001e22, 7, true},
+        {999.9999999999999, 1000, 15, true},  // the logarithm rounds to 3
+        {0.9999999999999999, 1, 15, false},
+        {0.00000099999999999999889, 1e-6, 1, false},  // and here not to -6
         {kInfinity, kInfinity, 3, true},
         {kInfinity, 1, 3, false},
         {kInfinity, -kInfinity, 3, false},

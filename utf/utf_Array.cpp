@@ -33,8 +33,11 @@ void Rotate(SymmetricTensor& s, int p, int q) {
     const double apq = s.entry[p][q];
     if (apq == 0) return;
     const double theta = (s.entry[q][q] - s.entry[p][p]) / (2 * apq);
-    // hypot keeps the root finite where theta * theta would overflow.
-    const double t = std::copysign(1 / (std::fabs(theta) + std::hypot(theta, 1.0)), theta);
+    // From here on theta * theta swallows the 1, and far beyond it overflows.
+    constexpr double kLarge = 0x1p27;
+    const double size = std::fabs(theta);
+    const double root = size < kLarge ? std::sqrt(theta * theta + 1) : size;
+    const double t = std::copysign(1 / (size + root), theta);
     const double c = 1 / std::sqrt(t * t + 1);
     const double sine = t * c;
     s.entry[p][p] -= t * apq;
