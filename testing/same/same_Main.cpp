@@ -5,7 +5,7 @@
 
 /// usage: ktsovu_fixed_set write FOLDER   computes the fixed set and prints it; writes mementos,
 /// and
-///                                        errors.txt: what the library said on standard error
+///                                        standard-error: what the library said on standard error
 ///        ktsovu_fixed_set read FOLDER    reads the mementos in the folder, which may be those of
 ///                                        another platform
 int main(int argc, char** argv) {
@@ -17,10 +17,10 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::string folder = argv[2];
-    if (!std::freopen((folder + "/errors.txt").c_str(), "w", stderr)) return 2;
+    if (!std::freopen((folder + "/standard-error").c_str(), "w", stderr)) return 2;
     for (auto* part : {same_Texts, same_Geometry, same_Boxes, same_Rotations, same_View}) {
         part(report);
     }
-    same_WriteMementos(folder);
+    same_WriteMementos(report, folder);
     return 0;
 }

@@ -16,6 +16,7 @@
 #include "gsl/gsl_Point.h"
 #include "gsl/gsl_Vector.h"
 #include "testing/test_Random.h"
+#include "utf/utf_EngineeringData.h"
 
 /// Prints what the fixed set computes, one result a line, for the comparison of platforms:
 ///
@@ -64,6 +65,10 @@ class same_Report {
     }
     void Add(const g3d_XForm& form) {
         for (int i = 0; i < 16; ++i) Add(form(i / 4, i % 4));
+    }
+    template <class T>
+    void Add(const utf_EngineeringData<T>& data) {
+        for (int i = 0; i < data.numComponents(); ++i) Add(data.Components()[i]);
     }
     template <class T, std::size_t n>
     void Add(const T (&values)[n]) {
@@ -116,8 +121,9 @@ void same_Boxes(same_Report& report);
 void same_Rotations(same_Report& report);
 void same_View(same_Report& report);
 
-/// Writes the mementos of the fixed set into `folder`, a file each.
-void same_WriteMementos(const std::string& folder);
-/// Reads those in `folder`, saves each anew, and reports both; false when one is not the memento
-/// that is written here.
+/// Writes the mementos of the fixed set into `folder`, a file each, and reports what readers say of
+/// each when it is cut short.
+void same_WriteMementos(same_Report& report, const std::string& folder);
+/// Reads those in `folder` and saves each anew; false when the bytes differ from those written
+/// here.
 bool same_ReadMementos(same_Report& report, const std::string& folder);

@@ -24,27 +24,15 @@ void Quaternions(same_Report& report, const double (&q)[4], const gsl_Vector (&v
     std::transform(q, q + 4, components,
                    [](double component) { return static_cast<T>(component); });
     const utf_Quaternion<T> a(res_QUATERNION_3D, components);
+    const utf_Quaternion<T> flat(res_QUATERNION_2D, components);
     const utf_Quaternion<T> frame(v[0], v[1], v[2]);
     utf_Quaternion<T> aimed = a;
     const bool aims = aimed.projectOn(frame, 1, 0.5);
     a.cosines(rows);
-    const auto fields = [](const utf_Quaternion<T>& quaternion, T(&values)[4]) -> auto& {
-        std::copy_n(quaternion.Components(), 4, values);
-        return values;
-    };
-    T values[4][4];
-    report.Exact("utf_Quaternion", rows, fields(a.mult(frame), values[0]),
-                 fields(a.inverse(), values[1]), fields(frame, values[2]), aims,
-                 fields(aimed, values[3]));
-    const auto turn = a.toVector();
-    report.Near("utf_Quaternion::toVector", T(0), turn.Components()[0], turn.Components()[1],
-                turn.Components()[2]);
-    const auto flat = utf_Quaternion<T>(res_QUATERNION_2D, components).toVector();
-    report.Near("utf_Quaternion::toVector-2d", T(0), flat.Components()[1]);
-    const utf_Quaternion<T> ofAngles(components[0] * 3, components[1] * 3, components[2] * 3);
-    const utf_Quaternion<T> planar(v[0], v[1]);
-    report.Near("utf_Quaternion-of-angles", T(1), fields(ofAngles, values[0]),
-                planar.Components()[0], planar.Components()[1]);
+    report.Exact("utf_Quaternion", rows, a.mult(frame), a.inverse(), frame, aims, aimed);
+    report.Near("utf_Quaternion::toVector", T(0), a.toVector(), flat.toVector());
+    report.Near("utf_Quaternion-of-angles", T(1), utf_Quaternion<T>(v[0], v[1]),
+                utf_Quaternion<T>(3 * components[0], 3 * components[1], 3 * components[2]));
 }
 
 void FlatRoutines(same_Report& report, const double (&q)[4], const gsl_Vector (&v)[3], int round) {

@@ -11,7 +11,6 @@
 #include "g3d/g3d_ColorMap.h"
 #include "gsl/gsl_BBox.h"
 #include "gsl/gsl_Real.h"
-#include "idb/idb_Archive.h"
 #include "omu/omu_Arguments.h"
 #include "omu/omu_CorvixName.h"
 #include "omu/omu_Get.h"
@@ -140,21 +139,10 @@ void Traces(same_Report& report) {
     for (const char* name : variables) test_SetVariable(name, nullptr);
 }
 
-void CutRecords(same_Report& report) {
-    bio_Ofilter out;
-    idb_SaveObject(out, gsl_BBox(gsl_Point(1, 2, 3), gsl_Point(4, 5, 6)));
-    for (std::size_t size = 0; size <= out.Size(); ++size) {
-        idb_LoadFault fault;
-        const auto object = idb_LoadAnyObject(out.Data(), size, gsl_BBox::TypeId(), fault);
-        report.Exact("cut record", size, object != nullptr, int(fault.status), fault.text);
-    }
-}
-
 }  // namespace
 
 void same_Texts(same_Report& report) {
     NumberTexts(report);
     Decades(report);
     Traces(report);
-    CutRecords(report);
 }
