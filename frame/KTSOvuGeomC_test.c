@@ -10,9 +10,6 @@
 #include <dlfcn.h>
 #endif
 
-typedef unsigned (*InitializeFunction)(void);
-typedef void (*FinalizeFunction)(void);
-
 #if defined(_WIN32)
 
 typedef HMODULE Library;
@@ -36,39 +33,33 @@ static Address Find(Library library, const char* name) { return dlsym(library, n
 /* Whatever the loader answers has the representation of the function's own type. */
 typedef union {
     Address address;
-    InitializeFunction initialize;
-    FinalizeFunction finalize;
+    unsigned (*initialize)(void);
+    void (*finalize)(void);
 } Entry;
 
-/* Loads the library, counts three uses, unloads it; 0 when all was as expected. */
-static int LoadAndUse(void) {
+/* Loads the library, counts three uses, unloads it; what is wrong with it, or nothing. */
+static const char* LoadAndUse(void) {
     const Library library = Open();
     Entry initialize, finalize;
-    unsigned users;
     int call;
-    if (!library) {
-        fprintf(stderr, "%s does not load\n", KTSOVUGEOM_LIBRARY);
-        return 1;
-    }
+    if (!library) return "does not load";
     initialize.address = Find(library, "KTSOvuGeom_initializeC");
     finalize.address = Find(library, "KTSOvuGeom_finalizeC");
-    if (!initialize.address || !finalize.address) {
-        fprintf(stderr, "%s: entry points missing\n", KTSOVUGEOM_LIBRARY);
-        return 1;
-    }
+    if (!initialize.address || !finalize.address) return "has not all entry points";
     for (call = 0; call < 3; ++call) {
-        users = initialize.initialize();
-        if (users != 2) {
-            fprintf(stderr, "KTSOvuGeom_initializeC returned %u instead of 2\n", users);
-            return 1;
-        }
+        if (initialize.initialize() != 2) return "does not count the user beside the loader";
         finalize.finalize();
     }
-    if (!Close(library)) {
-        fprintf(stderr, "%s does not unload\n", KTSOVUGEOM_LIBRARY);
+    return Close(library) ? NULL : "does not unload";
+}
+
+int main(void) {
+    int round;
+    for (round = 0; round < 2; ++round) {
+        const char* fault = LoadAndUse();
+        if (!fault) continue;
+        fprintf(stderr, "%s %s\n", KTSOVUGEOM_LIBRARY, fault);
         return 1;
     }
     return 0;
 }
-
-int main(void) { return LoadAndUse() || LoadAndUse(); }

@@ -20,26 +20,17 @@ const std::string kTraceOfLoad = test_TakeTrace();
 void Attach() { KTSOvuGeom_LoaderEvent(KTSOvuGeomLoaderReason::ProcessAttach); }
 void Detach() { KTSOvuGeom_LoaderEvent(KTSOvuGeomLoaderReason::ProcessDetach); }
 
-/// Starts and ends in the state right after the load; `Unloaded` starts without the loader's use.
-class KTSOvuGeomOrder : public testing::Test {
-  protected:
-    void SetUp() override { test_TakeTrace(); }
-    void TearDown() override { test_FailStage('\0'); }
-};
-
-class KTSOvuGeomUnloaded : public KTSOvuGeomOrder {
+/// Takes the loader's use away for the test.
+class KTSOvuGeomUnloaded : public testing::Test {
   protected:
     void SetUp() override {
         Detach();
         test_TakeTrace();
     }
-    void TearDown() override {
-        test_FailStage('\0');
-        Attach();
-    }
+    void TearDown() override { Attach(); }
 };
 
-TEST_F(KTSOvuGeomOrder, TheLoaderBringsEverythingUpAtLoadAndDownAtExit) {
+TEST(KTSOvuGeomOrder, TheLoaderBringsEverythingUpAtLoadAndDownAtExit) {
     EXPECT_EQ(kTraceOfLoad, kUp);
     EXPECT_EXIT(
         {
@@ -49,7 +40,8 @@ TEST_F(KTSOvuGeomOrder, TheLoaderBringsEverythingUpAtLoadAndDownAtExit) {
         testing::ExitedWithCode(0), kDown);
 }
 
-TEST_F(KTSOvuGeomOrder, MatchedPairsOfClientsOnlyCountWhileTheLoaderHoldsItsUse) {
+TEST(KTSOvuGeomOrder, MatchedPairsOfClientsOnlyCountWhileTheLoaderHoldsItsUse) {
+    test_TakeTrace();
     int count = 0;
     KTSOvuGeom_initialize(count);
     EXPECT_EQ(KTSOvuGeom_initializeC(), 3u);

@@ -53,27 +53,20 @@ void test_FailStage(char stage) { failing = stage; }
 
 void test_PrintTrace() { printing = true; }
 
-void KTSOvuBasicUtils_initialize(int& count) { Up('B', count); }
-void KTSOvuBasicUtils_finalize(int& count) { Down('b', count); }
-void KTSBasShared_initialize(int& count) { Up('S', count); }
-void KTSBasShared_finalize(int& count) { Down('s', count); }
-void KTSBasCoreUtils_initialize(int& count) { Up('C', count); }
-void KTSBasCoreUtils_finalize(int& count) { Down('c', count); }
-void KTSBasAlloc_initialize(int& count) { Up('M', count); }
-void KTSBasAlloc_finalize(int& count) { Down('m', count); }
-void KTSOvuWip_initialize(int& count) { Up('W', count); }
-void KTSOvuWip_finalize(int& count) { Down('w', count); }
-void KTSOvuIdb_initialize(int& count) { Up('I', count); }
-void KTSOvuIdb_finalize(int& count) { Down('i', count); }
-void KTSOvuG3d_initialize(int& count) { Up('V', count); }
-void KTSOvuG3d_finalize(int& count) { Down('v', count); }
-void KTSOvuOmu_initialize(int& count) { Up('O', count); }
-void KTSOvuOmu_finalize(int& count) { Down('o', count); }
-void KTSOvuMdl_initialize(int& count) { Up('D', count); }
-void KTSOvuMdl_finalize(int& count) { Down('d', count); }
-void KTSOvuGsl_initialize(int& count) { Up('G', count); }
-void KTSOvuGsl_finalize(int& count) { Down('g', count); }
-void KTSOvuAnn_initialize(int& count) { Up('A', count); }
-void KTSOvuAnn_finalize(int& count) { Down('a', count); }
-void KTSOvuUtf_initialize(int& count) { Up('U', count); }
-void KTSOvuUtf_finalize(int& count) { Down('u', count); }
+/// The counted pair of one stage.
+#define STAND_IN(stage, up, down)                          \
+    void stage##_initialize(int& count) { Up(up, count); } \
+    void stage##_finalize(int& count) { Down(down, count); }
+
+STAND_IN(KTSOvuBasicUtils, 'B', 'b')
+STAND_IN(KTSBasShared, 'S', 's')
+STAND_IN(KTSBasCoreUtils, 'C', 'c')
+STAND_IN(KTSBasAlloc, 'M', 'm')
+STAND_IN(KTSOvuWip, 'W', 'w')
+STAND_IN(KTSOvuIdb, 'I', 'i')
+STAND_IN(KTSOvuG3d, 'V', 'v')
+STAND_IN(KTSOvuOmu, 'O', 'o')
+STAND_IN(KTSOvuMdl, 'D', 'd')
+STAND_IN(KTSOvuGsl, 'G', 'g')
+STAND_IN(KTSOvuAnn, 'A', 'a')
+STAND_IN(KTSOvuUtf, 'U', 'u')

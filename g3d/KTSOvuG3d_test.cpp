@@ -37,6 +37,7 @@ TEST(KTSOvuG3d, RegistersItsClassesOnceAndLeavesNothingBehind) {
 
         KTSOvuG3d_finalize(count);
         EXPECT_EQ(count, 1);
+        EXPECT_EQ(registrar.Size(), 3);
         KTSOvuG3d_finalize(count);
         EXPECT_EQ(count, 0);
         EXPECT_FALSE(omi_Singleton<g3d_ColorMap>::Exists());

@@ -103,18 +103,17 @@ TEST(g3d_ColorC, RGBToHSVAndBackIsExact) {
         ASSERT_TRUE(hsv[0] >= 0 && hsv[0] < 1);
         ASSERT_EQ(FromHSV(hsv), rgb) << rgb[0] << ' ' << rgb[1] << ' ' << rgb[2];
     };
-    for (int r = 0; r <= 65535; r += 4369)
-        for (int g = 0; g <= 65535; g += 3855)
-            for (int b = 0; b <= 65535; b += 1285)
-                expectIdentity({static_cast<unsigned short>(r), static_cast<unsigned short>(g),
-                                static_cast<unsigned short>(b)});
     expectIdentity({0, 0, 1});
     expectIdentity({65535, 0, 1});
     test_Random random(3);
+    // Anything, with many a channel at an end of its range; greys whose channels hardly differ.
+    const auto any = [&random] {
+        const int channel = random.Below(3) == 0 ? 65535 * random.Below(2) : random.Below(65536);
+        return static_cast<unsigned short>(channel);
+    };
     for (int i = 0; i < 50000; ++i) {
         const int grey = random.Below(65530);
         const auto near = [&] { return static_cast<unsigned short>(grey + random.Below(6)); };
-        const auto any = [&] { return static_cast<unsigned short>(random.Below(65536)); };
         expectIdentity({near(), near(), near()});
         expectIdentity({any(), any(), any()});
     }

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <memory>
+#include <string>
 
 #include "foundation/shared/cls_ClassRegistrar.h"
 #include "gsl/KTSOvuGsl.h"
@@ -31,6 +33,22 @@ class Module {
     int count = 0;
 };
 
+/// Name and kind of each field, with the row of the class of an object field.
+std::string FieldsOf(const cls_ClassMetadata& metadata) {
+    std::string fields;
+    for (const cls_AttributeMetadata& field : metadata.Attributes()) {
+        fields.append(field.name.View()).append(" ").append(std::to_string(field.kind));
+        if (field.classId) fields.append(":").append(std::to_string(field.classId & 0xFFFF));
+        fields.append(" ");
+    }
+    return fields;
+}
+
+/// The method, the instance and the entity.
+std::array<int, 3> SourceOf(const gsl_Dot& dot) {
+    return {dot.GetMethod(), dot.GetInstanceId(), dot.GetEntityId()};
+}
+
 cls_MetadataRegistrar& Registrar() { return omi_Singleton<cls_MetadataRegistrar>::Instance(); }
 
 TEST(gsl_Dot, IsBuiltAndCopied) {
@@ -39,16 +57,9 @@ TEST(gsl_Dot, IsBuiltAndCopied) {
     EXPECT_EQ(placed.GetPoint().GetUid(), position.GetUid());
     EXPECT_TRUE(placed.GetUid().IsAllocated());
     EXPECT_NE(placed.GetUid(), position.GetUid());
-    EXPECT_NE(placed.GetUid(), gsl_Dot().GetUid());
-    EXPECT_EQ(placed.GetMethod(), gsl_DOT_BY_POSITION);
-    EXPECT_EQ(placed.GetInstanceId(), 0);
-    EXPECT_EQ(placed.GetEntityId(), -1);
-
-    const gsl_Dot bound(7, 8);
-    EXPECT_EQ(bound.GetMethod(), 10);
-    EXPECT_EQ(bound.GetInstanceId(), 7);
-    EXPECT_EQ(bound.GetEntityId(), 8);
-    EXPECT_TRUE(bound.GetPoint() == gsl_Point());
+    EXPECT_EQ(SourceOf(placed), (std::array<int, 3>{gsl_DOT_BY_POSITION, 0, -1}));
+    EXPECT_EQ(SourceOf(gsl_Dot(7, 8)), (std::array{10, 7, 8}));
+    EXPECT_TRUE(gsl_Dot(7, 8).GetPoint() == gsl_Point());
 
     const std::unique_ptr<gsl_Dot> copy(placed.Copy());
     EXPECT_EQ(copy->GetUid(), placed.GetUid());
@@ -79,18 +90,18 @@ TEST(KTSOvuGsl, RegistersItsClassesAndWithdrawsThem) {
         std::uint32_t row;
         const char* fields;
     } classes[] = {
-        {&gsl_BBox::InitializeMetadata, 3, 7, "_high 15 _low 15 "},
-        {&gsl_ModelSegment::InitializeMetadata, 7, 11, "_entityId 5 _instanceId 5 _segment 15 "},
-        {&gsl_Plane::InitializeMetadata, 3, 4, "_normal 15 _origin 15 "},
+        {&gsl_BBox::InitializeMetadata, 3, 7, "_high 15:1 _low 15:1 "},
+        {&gsl_ModelSegment::InitializeMetadata, 7, 11, "_entityId 5 _instanceId 5 _segment 15:8 "},
+        {&gsl_Plane::InitializeMetadata, 3, 4, "_normal 15:3 _origin 15:1 "},
         {&gsl_PlaneArray::InitializeMetadata, 3, 13, "_objects 8 "},
         {&gsl_Point::InitializeMetadata, 7, 1, "_x 10 _y 10 _z 10 "},
-        {&gsl_Segment::InitializeMetadata, 3, 8, "_end 15 _start 15 "},
-        {&gsl_StLine::InitializeMetadata, 3, 6, "_direction 15 _origin 15 "},
+        {&gsl_Segment::InitializeMetadata, 3, 8, "_end 15:1 _start 15:1 "},
+        {&gsl_StLine::InitializeMetadata, 3, 6, "_direction 15:3 _origin 15:1 "},
         {&gsl_LineArray::InitializeMetadata, 3, 10, "_objects 8 "},
         {&gsl_PersistentVector::InitializeMetadata, 7, 3, "_magnitude 10 _x 10 _y 10 _z 10 "},
-        {&gsl_Dot::InitializeMetadata, 7, 5, "_entityId 5 _instanceId 5 _method 14 _point 15 "},
+        {&gsl_Dot::InitializeMetadata, 7, 5, "_entityId 5 _instanceId 5 _method 14 _point 15:1 "},
         {&gsl_DotArray::InitializeMetadata, 3, 14, "_objects 8 "},
-        {&gsl_PersistentMatrix::InitializeMetadata, 7, 2, "DDBmatrix 15 _is_identity 5 "},
+        {&gsl_PersistentMatrix::InitializeMetadata, 7, 2, "DDBmatrix 15:1 _is_identity 5 "},
     };
     const int before = Registrar().Size();
     {
@@ -106,12 +117,7 @@ TEST(KTSOvuGsl, RegistersItsClassesAndWithdrawsThem) {
             EXPECT_EQ(metadata->Name(), typ_ArchCompTable::Name(typeId));
             EXPECT_NE(metadata->Ctor(), nullptr) << c.row;
             EXPECT_NE(metadata->CowDtor(), nullptr) << c.row;
-            std::string fields;
-            for (const cls_AttributeMetadata& field : metadata->Attributes()) {
-                fields.append(field.name.View()).append(" ");
-                fields.append(std::to_string(field.kind)).append(" ");
-            }
-            EXPECT_EQ(fields, c.fields);
+            EXPECT_EQ(FieldsOf(*metadata), c.fields);
         }
         EXPECT_EQ(typ_ArchCompTable::Parent(gsl_PersistentVector::TypeId()), gsl_Point::TypeId());
         EXPECT_EQ(gsl_ArchEntry().rowCount, 15);
