@@ -24,14 +24,6 @@ using testing::ElementsAre;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-TEST(gsl_Util, HasTheTolerancesOfTheKernel) {
-    const gsl_Util& util = gsl_Util::Instance();
-    EXPECT_EQ(util.LinTol(), 1e-6);
-    EXPECT_EQ(util.LinTolSq(), 1e-12);
-    EXPECT_EQ(util.AngTol(), 1e-10);
-    EXPECT_EQ(&util, &omi_Singleton<gsl_Util>::Instance());
-}
-
 TEST(gsl_Util, SwitchesTheThirdDisplayFactorAlone) {
     gsl_Util& util = gsl_Util::Instance();
     const auto& factors = gsl_UtilTestAccess::DisplayFactors(util);
