@@ -9,17 +9,22 @@
 #include <vector>
 
 #include "cow/cow_DetachCount.h"
-#include "testing/test_FailingAllocator.h"
+#include "testing/test_Failures.h"
 #include "testing/test_Random.h"
-#include "testing/test_ThrowingElement.h"
 
 namespace {
 
-template <class K, class V>
-cow_Btree<K, V> TreeOf(const std::vector<K>& keys) {
-    cow_Btree<K, V> tree;
-    for (const K& key : keys) tree.InsertUnlessMember(key, V(static_cast<int>(key)));
+template <class V = int>
+cow_Btree<int, V> TreeOf(const std::vector<int>& keys) {
+    cow_Btree<int, V> tree;
+    for (const int key : keys) tree.InsertUnlessMember(key, V(key));
     return tree;
+}
+
+std::vector<int> Ascending(int n) {
+    std::vector<int> keys(static_cast<std::size_t>(n));
+    std::iota(keys.begin(), keys.end(), 0);
+    return keys;
 }
 
 /// Compares with the model forwards and backwards, and every stored depth with the children's.
@@ -53,7 +58,7 @@ void ExpectHolds(const cow_Btree<int, V>& tree, const std::map<int, int>& model)
 }
 
 TEST(cow_Btree, EqualsAMapUnderRandomInsertions) {
-    const std::size_t before = mem_LiveBlocks();
+    const test_NothingLeft nothingLeft;
     for (std::uint64_t seed = 1; seed <= 5; ++seed) {
         test_Random random(seed);
         std::vector<cow_Btree<int, int>> trees(3);
@@ -74,14 +79,12 @@ TEST(cow_Btree, EqualsAMapUnderRandomInsertions) {
             for (std::size_t i = 0; i < 3; ++i) ExpectHolds(trees[i], models[i]);
         }
     }
-    EXPECT_EQ(mem_LiveBlocks(), before);
 }
 
 TEST(cow_Btree, StaysShallowForOrderedAndRandomKeys) {
     constexpr int n = 4095;
-    std::vector<int> ascending(n), shuffled, outsideIn;
-    std::iota(ascending.begin(), ascending.end(), 0);
-    shuffled = ascending;
+    const std::vector<int> ascending = Ascending(n);
+    std::vector<int> shuffled = ascending, outsideIn;
     test_Random random(3);
     for (int i = n; i > 1; --i) {
         std::swap(shuffled[static_cast<std::size_t>(i - 1)],
@@ -90,14 +93,12 @@ TEST(cow_Btree, StaysShallowForOrderedAndRandomKeys) {
     for (int i = 0; i < n; ++i) outsideIn.push_back(i % 2 == 0 ? i / 2 : n - 1 - i / 2);
     std::vector<int> insideOut(outsideIn.rbegin(), outsideIn.rend());
     for (const auto& keys : {ascending, shuffled, outsideIn, insideOut}) {
-        EXPECT_LE((TreeOf<int, int>(keys).Depth()), 16);
+        EXPECT_LE(TreeOf(keys).Depth(), 16);
     }
 }
 
 TEST(cow_Btree, AWriteCopiesOnlyThePath) {
-    std::vector<int> keys(1000);
-    std::iota(keys.begin(), keys.end(), 0);
-    const cow_Btree<int, int> tree = TreeOf<int, int>(keys);
+    const cow_Btree<int, int> tree = TreeOf(Ascending(1000));
     cow_Btree<int, int> copy(tree);
     cow_ResetDetachCounts();
     EXPECT_FALSE(copy.InsertUnlessMember(500, -1));
@@ -130,38 +131,28 @@ TEST(cow_Btree, StringsOrderByUnsignedBytes) {
 }
 
 TEST(cow_Btree, FailuresLeaveWholeTrees) {
-    const std::size_t before = mem_LiveBlocks();
-    for (int n = 1;; ++n) {
-        ASSERT_LT(n, 200);
-        std::vector<int> keys(40);
-        std::iota(keys.begin(), keys.end(), 0);
-        const auto tree = TreeOf<int, test_ThrowingElement>(keys);
-        std::map<int, int> model;
-        for (const int key : keys) model[key] = key;
-        int failures = 0;
-        for (const bool failAllocator : {false, true}) {
+    const test_NothingLeft nothingLeft;
+    const auto tree = TreeOf<test_ThrowingElement>(Ascending(40));
+    std::map<int, int> model;
+    for (int key = 0; key < 40; ++key) model[key] = key;
+    for (const auto what : {test_Failing::kCopies, test_Failing::kRequests}) {
+        bool hasFailed = true;
+        for (int n = 1; hasFailed; ++n) {
+            ASSERT_LT(n, 200);
             cow_Btree<int, test_ThrowingElement> written(tree);
-            try {
-                const test_FailingAllocator failing(failAllocator ? n : 0);
-                test_ThrowingElement::FailCopy(failAllocator ? 0 : n);
-                written.InsertUnlessMember(40, test_ThrowingElement(40));
-                test_ThrowingElement::FailCopy(0);
-            } catch (const std::exception&) {
-                ++failures;
-            }
+            hasFailed = test_Fails(
+                what, n, [&written] { written.InsertUnlessMember(40, test_ThrowingElement(40)); });
             std::map<int, int> writtenModel(model);
             if (written.IsMember(40)) writtenModel[40] = 40;
+            EXPECT_TRUE(hasFailed || written.IsMember(40));
             ExpectHolds(written, writtenModel);
             ExpectHolds(tree, model);
         }
-        if (failures == 0) break;
     }
-    EXPECT_EQ(mem_LiveBlocks(), before);
-    EXPECT_EQ(test_ThrowingElement::Live(), 0);
 }
 
 TEST(cow_Btree_Kept, AnAbsentChildWeighsLikeALeaf) {
-    cow_Btree<int, int> tree = TreeOf<int, int>({1, 2, 3});
+    cow_Btree<int, int> tree = TreeOf({1, 2, 3});
     EXPECT_EQ(tree.Root()->key, 1);
     EXPECT_EQ(tree.Root()->right->key, 2);
     EXPECT_EQ(tree.Root()->right->right->key, 3);
@@ -178,7 +169,7 @@ TEST(cow_BtreeCompare_Kept, IntegersAreSubtractedIn32Bits) {
     EXPECT_GT(cow_BtreeCompare(1, 2), 0);
     EXPECT_EQ(cow_BtreeCompare(7, 7), 0);
     EXPECT_LT(cow_BtreeCompare(-2000000000, 2000000000), 0);
-    cow_Btree<int, int> tree = TreeOf<int, int>({-2000000000, 2000000000});
+    const cow_Btree<int, int> tree = TreeOf({-2000000000, 2000000000});
     EXPECT_EQ((cow_BtreeIterator<int, int>(tree).CurrentKey()), 2000000000);
 }
 

@@ -6,9 +6,7 @@
 
 #include "cow/cow_ArrayCOW.h"
 #include "cow/cow_DetachCount.h"
-#include "foundation/alloc/mem_Alloc.h"
-#include "testing/test_FailingAllocator.h"
-#include "testing/test_ThrowingElement.h"
+#include "testing/test_Failures.h"
 
 namespace {
 
@@ -35,61 +33,51 @@ class OpenHandle : public cow_CountedHld<int> {
 };
 
 TEST(cow_CountedHld, SharesUntilTheLastHandleGoes) {
-    const std::size_t before = mem_LiveBlocks();
+    const test_NothingLeft nothingLeft;
     const int live = test_ThrowingElement::Live();
+    cow_CountedHld<test_ThrowingElement> a(new test_ThrowingElement(3));
+    EXPECT_TRUE(a.Exclusive());
     {
-        cow_CountedHld<test_ThrowingElement> a(new test_ThrowingElement(3));
-        EXPECT_TRUE(a.Exclusive());
-        {
-            cow_CountedHld<test_ThrowingElement> b(a);
-            EXPECT_FALSE(a.Exclusive());
-            EXPECT_TRUE(a.Identical(b));
-            b.GetRef() = test_ThrowingElement(4);
-            EXPECT_EQ(a.ConstGet()->Value(), 4);
-            const auto& same = b;
-            b = same;
-            EXPECT_EQ(b.GetPtr(), a.GetPtr());
-            b = new test_ThrowingElement(5);
-            EXPECT_TRUE(a.Exclusive() && b.Exclusive());
-            b = b.GetPtr();
-            EXPECT_EQ(b->Value(), 5);
-            a = b;
-            EXPECT_EQ(test_ThrowingElement::Live(), live + 1);
-        }
-        EXPECT_TRUE(a.Exclusive() && a.HasValue());
+        cow_CountedHld<test_ThrowingElement> b(a);
+        EXPECT_FALSE(a.Exclusive());
+        EXPECT_TRUE(a.Identical(b));
+        b.GetRef() = test_ThrowingElement(4);
+        EXPECT_EQ(a.ConstGet()->Value(), 4);
+        const auto& same = b;
+        b = same;
+        EXPECT_EQ(b.GetPtr(), a.GetPtr());
+        b = new test_ThrowingElement(5);
+        EXPECT_TRUE(a.Exclusive() && b.Exclusive());
+        b = b.GetPtr();
+        EXPECT_EQ(b->Value(), 5);
+        a = b;
+        EXPECT_EQ(test_ThrowingElement::Live(), live + 1);
     }
-    EXPECT_EQ(test_ThrowingElement::Live(), live);
-    EXPECT_EQ(mem_LiveBlocks(), before);
+    EXPECT_TRUE(a.Exclusive() && a.HasValue());
 }
 
 TEST(cow_CountedHld, NullHandlesHaveCountersToo) {
+    const test_NothingLeft nothingLeft;
     const std::size_t before = mem_LiveBlocks();
-    {
-        const cow_CountedHld<int> null;
-        const cow_CountedHld<int> other;
-        EXPECT_EQ(mem_LiveBlocks(), before + 2);
-        EXPECT_TRUE(null.IsNull() && null.Exclusive() && null.Identical(other));
-        const cow_CountedHld<int> copy(null);
-        EXPECT_FALSE(null.Exclusive());
-    }
-    EXPECT_EQ(mem_LiveBlocks(), before);
+    const cow_CountedHld<int> null, other;
+    EXPECT_EQ(mem_LiveBlocks(), before + 2);
+    EXPECT_TRUE(null.IsNull() && null.Exclusive() && null.Identical(other));
+    const cow_CountedHld<int> copy(null);
+    EXPECT_FALSE(null.Exclusive());
 }
 
 TEST(cow_CountedHld, DerivedHandlesMayDropWhatTheyHold) {
-    const std::size_t before = mem_LiveBlocks();
-    {
-        OpenHandle handle(new int(1));
-        handle.DeleteReferent();
-        EXPECT_TRUE(handle.IsNull() && handle.Exclusive());
-        handle = new int(2);
-        handle.Delete();
-        EXPECT_TRUE(handle.IsNull());
-        handle = new int(3);
-        EXPECT_TRUE(handle.Exclusive());
-        handle.DropReference();
-        EXPECT_TRUE(handle.IsNull());
-    }
-    EXPECT_EQ(mem_LiveBlocks(), before);
+    const test_NothingLeft nothingLeft;
+    OpenHandle handle(new int(1));
+    handle.DeleteReferent();
+    EXPECT_TRUE(handle.IsNull() && handle.Exclusive());
+    handle = new int(2);
+    handle.Delete();
+    EXPECT_TRUE(handle.IsNull());
+    handle = new int(3);
+    EXPECT_TRUE(handle.Exclusive());
+    handle.DropReference();
+    EXPECT_TRUE(handle.IsNull());
 }
 
 TEST(cow_COW, CopiesOnlyASharedObjectAndOnlyForWriting) {
@@ -124,26 +112,15 @@ TEST(cow_COW, VirtualPolicyKeepsTheClass) {
 }
 
 TEST(cow_COW, FailuresLeaveTheHandlesAsTheyWere) {
-    const std::size_t before = mem_LiveBlocks();
-    const int live = test_ThrowingElement::Live();
-    {
-        cow_COW<test_ThrowingElement> a(new test_ThrowingElement(1));
-        cow_COW<test_ThrowingElement> b(a);
-        test_ThrowingElement::FailCopy(1);
-        EXPECT_THROW(static_cast<void>(b.Get()), test_ThrowingElement::Failure);
-        {
-            const test_FailingAllocator failing(1);
-            EXPECT_THROW(static_cast<void>(b.Get()), std::bad_alloc);
-        }
-        {
-            const test_FailingAllocator failing(1);
-            EXPECT_THROW(b = new test_ThrowingElement(2), std::bad_alloc);
-        }
-        EXPECT_TRUE(a.Identical(b));
-        EXPECT_FALSE(a.Exclusive());
-    }
-    EXPECT_EQ(test_ThrowingElement::Live(), live);
-    EXPECT_EQ(mem_LiveBlocks(), before);
+    const test_NothingLeft nothingLeft;
+    cow_COW<test_ThrowingElement> a(new test_ThrowingElement(1));
+    cow_COW<test_ThrowingElement> b(a);
+    const auto detach = [&b] { static_cast<void>(b.Get()); };
+    EXPECT_TRUE(test_Fails(test_Failing::kCopies, 1, detach));
+    EXPECT_TRUE(test_Fails(test_Failing::kRequests, 1, detach));
+    EXPECT_TRUE(test_Fails(test_Failing::kRequests, 1, [&b] { b = new test_ThrowingElement(2); }));
+    EXPECT_TRUE(a.Identical(b));
+    EXPECT_FALSE(a.Exclusive());
 }
 
 }  // namespace

@@ -10,9 +10,8 @@
 
 #include "cow/cow_DetachCount.h"
 #include "cow/cow_MapLoader.h"
-#include "testing/test_FailingAllocator.h"
+#include "testing/test_Failures.h"
 #include "testing/test_Random.h"
-#include "testing/test_ThrowingElement.h"
 
 namespace {
 
@@ -27,87 +26,42 @@ int BitOf(const std::string& key, int depth) {
     return key.c_str()[index] & 1;
 }
 
-/// The trie as plainly as it can be written: nodes in a vector, entries copied one place up on
-/// removal. It fixes the shape, and so the order of iteration.
+/// The trie as plainly as it can be written: each entry under its path from the root, a digit a
+/// level, whose order is that of the iteration. Removal copies entries one place up.
 template <class K>
-class PlainTrie {
-  public:
-    void Insert(const K& key, int value) {
-        int* link = &root;
-        for (int depth = 0; *link >= 0; ++depth) {
-            Node& node = nodes[static_cast<std::size_t>(*link)];
-            if (node.key == key) {
-                node.value = value;
-                return;
-            }
-            link = &node.child[static_cast<std::size_t>(BitOf(key, depth))];
-        }
-        *link = static_cast<int>(nodes.size());
-        nodes.push_back({key, value, {-1, -1}});
-    }
-    void Remove(const K& key) {
-        int* link = &root;
-        for (int depth = 0; nodes[static_cast<std::size_t>(*link)].key != key; ++depth) {
-            link = &nodes[static_cast<std::size_t>(*link)]
-                        .child[static_cast<std::size_t>(BitOf(key, depth))];
-        }
-        for (;;) {
-            Node& node = nodes[static_cast<std::size_t>(*link)];
-            const std::size_t side = node.child[1] >= 0 ? 1 : 0;
-            if (node.child[side] < 0) break;
-            const Node& below = nodes[static_cast<std::size_t>(node.child[side])];
-            node.key = below.key;
-            node.value = below.value;
-            link = &node.child[side];
-        }
-        *link = -1;
-    }
-    [[nodiscard]] std::vector<std::pair<K, int>> Entries() const {
-        std::vector<std::pair<K, int>> entries;
-        Visit(root, entries);
-        return entries;
-    }
+struct PlainTrie {
+    std::map<std::string, std::pair<K, int>> entries;
 
-  private:
-    struct Node {
-        K key;
-        int value;
-        std::array<int, 2> child;
-    };
-    void Visit(int node, std::vector<std::pair<K, int>>& entries) const {
-        if (node < 0) return;
-        const Node& n = nodes[static_cast<std::size_t>(node)];
-        entries.emplace_back(n.key, n.value);
-        Visit(n.child[0], entries);
-        Visit(n.child[1], entries);
+    [[nodiscard]] std::string PathOf(const K& key) const {
+        std::string path;
+        for (auto at = entries.find(path); at != entries.end(); at = entries.find(path)) {
+            if (at->second.first == key) break;
+            path += BitOf(key, static_cast<int>(path.size())) == 0 ? '0' : '1';
+        }
+        return path;
     }
-    std::vector<Node> nodes;
-    int root = -1;
+    void Insert(const K& key, int value) { entries[PathOf(key)] = {key, value}; }
+    void Remove(const K& key) {
+        std::string path = PathOf(key);
+        for (;;) {
+            const std::string below = path + (entries.contains(path + '1') ? '1' : '0');
+            if (!entries.contains(below)) break;
+            entries[path] = entries[below];
+            path = below;
+        }
+        entries.erase(path);
+    }
 };
 
-template <class K>
-std::string Text(const K& key) {
-    if constexpr (std::is_same_v<K, cow_String>) {
-        return std::string(key.View());
-    } else {
-        return std::to_string(key);
-    }
-}
-
 template <class K, class Plain>
-::testing::AssertionResult HoldsInOrder(const cow_Map<K, int>& map, const PlainTrie<Plain>& plain) {
-    const auto expected = plain.Entries();
-    std::size_t i = 0;
+bool HoldsInOrder(const cow_Map<K, int>& map, const PlainTrie<Plain>& plain) {
+    auto expected = plain.entries.begin();
     for (const auto [key, value] : map) {
-        if (i == expected.size() || !(key == K(expected[i].first)) || value != expected[i].second) {
-            return ::testing::AssertionFailure() << "entry " << i << " is " << Text(key);
-        }
-        ++i;
+        if (expected == plain.entries.end()) return false;
+        const auto& [path, entry] = *expected++;
+        if (!(key == K(entry.first)) || value != entry.second) return false;
     }
-    if (i != expected.size() || map.Size() != static_cast<int>(i)) {
-        return ::testing::AssertionFailure() << i << " entries, size " << map.Size();
-    }
-    return ::testing::AssertionSuccess();
+    return expected == plain.entries.end() && map.Size() == static_cast<int>(plain.entries.size());
 }
 
 int IntKey(test_Random& random) {
@@ -121,54 +75,64 @@ std::string StringKey(test_Random& random) {
     return key;
 }
 
+/// A map beside the trie of its shape and the map of its content.
+template <class K, class Plain>
+struct Compared {
+    cow_Map<K, int> map;
+    PlainTrie<Plain> plain;
+    std::map<Plain, int> model;
+
+    void NoteInModels(const Plain& key, int value) {
+        plain.Insert(key, value);
+        model[key] = value;
+    }
+    void ChangeSomehow(test_Random& random, const Plain& key, int step, const Compared& other) {
+        const bool present = model.contains(key);
+        EXPECT_EQ(map.IsMember(K(key)), present);
+        const int operation = random.Below(100);
+        if (operation < 50) {
+            map.Insert(K(key), step);
+            NoteInModels(key, step);
+        } else if (operation < 75) {
+            EXPECT_EQ(map.Remove(K(key)), present);
+            if (present) plain.Remove(key);
+            model.erase(key);
+        } else if (operation < 90 && present) {
+            EXPECT_EQ(map.ConstGet(K(key)), model[key]);
+            map.Get(K(key)) = -step;
+            NoteInModels(key, -step);
+        } else if (operation < 98) {
+            *this = Compared(other);
+        } else if (operation == 99) {
+            map.Clear();
+            plain = {};
+            model.clear();
+        }
+    }
+};
+
 template <class K, class Plain>
 void CompareUnderRandomOperations(Plain (*makeKey)(test_Random&), std::uint64_t seed) {
     test_Random random(seed);
-    std::vector<cow_Map<K, int>> maps(3);
-    std::vector<PlainTrie<Plain>> plain(3);
-    std::vector<std::map<Plain, int>> models(3);
+    std::array<Compared<K, Plain>, 3> all;
     for (int step = 0; step < 1500; ++step) {
-        const std::size_t target = static_cast<std::size_t>(random.Below(3));
-        const std::size_t other = static_cast<std::size_t>(random.Below(3));
+        auto& target = all[static_cast<std::size_t>(random.Below(3))];
+        const auto& other = all[static_cast<std::size_t>(random.Below(3))];
         const Plain key = makeKey(random);
-        const bool present = models[target].count(key) > 0;
-        EXPECT_EQ(maps[target].IsMember(K(key)), present);
-        const int operation = random.Below(100);
-        if (operation < 50) {
-            maps[target].Insert(K(key), step);
-            plain[target].Insert(key, step);
-            models[target][key] = step;
-        } else if (operation < 75) {
-            EXPECT_EQ(maps[target].Remove(K(key)), present);
-            if (present) plain[target].Remove(key);
-            models[target].erase(key);
-        } else if (operation < 90 && present) {
-            EXPECT_EQ(maps[target].ConstGet(K(key)), models[target][key]);
-            maps[target].Get(K(key)) = -step;
-            plain[target].Insert(key, -step);
-            models[target][key] = -step;
-        } else if (operation < 98) {
-            maps[target] = maps[other];
-            plain[target] = PlainTrie<Plain>(plain[other]);
-            models[target] = std::map<Plain, int>(models[other]);
-        } else if (operation == 99) {
-            maps[target].Clear();
-            plain[target] = {};
-            models[target].clear();
-        }
-        for (std::size_t i = 0; i < 3; ++i) {
-            ASSERT_TRUE(HoldsInOrder(maps[i], plain[i])) << "seed " << seed << " step " << step;
+        target.ChangeSomehow(random, key, step, other);
+        for (const auto& compared : all) {
+            ASSERT_TRUE(HoldsInOrder(compared.map, compared.plain))
+                << "seed " << seed << " step " << step;
         }
     }
 }
 
 TEST(cow_Map, HasTheShapeOfThePlainTrieUnderRandomOperations) {
-    const std::size_t before = mem_LiveBlocks();
+    const test_NothingLeft nothingLeft;
     for (std::uint64_t seed = 1; seed <= 5; ++seed) {
         CompareUnderRandomOperations<int, int>(IntKey, seed);
         CompareUnderRandomOperations<cow_String, std::string>(StringKey, seed);
     }
-    EXPECT_EQ(mem_LiveBlocks(), before);
 }
 
 TEST(cow_Map, AWriteCopiesOnlyThePath) {
@@ -187,48 +151,44 @@ TEST(cow_Map, AWriteCopiesOnlyThePath) {
     EXPECT_EQ(cow_DetachCounts().detaches, 0);
 }
 
-TEST(cow_Map, RemovingMovesNodesAndCopiesNoEntry) {
-    cow_Map<int, test_ThrowingElement> map;
-    for (int key = 0; key < 64; ++key) map.Insert(key, test_ThrowingElement(key));
-    test_ThrowingElement::FailCopy(1);
-    EXPECT_TRUE(map.Remove(0));
-    test_ThrowingElement::FailCopy(0);
-    EXPECT_EQ(map.Size(), 63);
-    for (int key = 1; key < 64; ++key) EXPECT_EQ(map.ConstGet(key).Value(), key);
+using ThrowingMap = cow_Map<int, test_ThrowingElement>;
+
+/// Expects the keys `first` to 63, each with itself as the value.
+void ExpectNumbers(const ThrowingMap& map, int first) {
+    EXPECT_EQ(map.Size(), 64 - first);
+    for (int key = first; key < 64; ++key) EXPECT_EQ(map.ConstGet(key).Value(), key);
 }
 
 TEST(cow_Map, FailuresLeaveTheMapAsItWas) {
-    const std::size_t before = mem_LiveBlocks();
-    for (int n = 1;; ++n) {
-        ASSERT_LT(n, 200);
-        cow_Map<int, test_ThrowingElement> map;
-        for (int key = 0; key < 64; ++key) map.Insert(key, test_ThrowingElement(key));
-        const cow_Map<int, test_ThrowingElement> copy(map);
-        int failures = 0;
-        for (const bool failAllocator : {false, true}) {
-            for (const bool insert : {false, true}) {
-                cow_Map<int, test_ThrowingElement> written(map);
-                try {
-                    const test_FailingAllocator failing(failAllocator ? n : 0);
-                    test_ThrowingElement::FailCopy(failAllocator ? 0 : n);
+    const test_NothingLeft nothingLeft;
+    ThrowingMap map;
+    for (int key = 0; key < 64; ++key) map.Insert(key, test_ThrowingElement(key));
+    const ThrowingMap copy(map);
+    for (const auto what : {test_Failing::kCopies, test_Failing::kRequests}) {
+        for (const bool insert : {false, true}) {
+            bool hasFailed = true;
+            for (int n = 1; hasFailed; ++n) {
+                ASSERT_LT(n, 200);
+                ThrowingMap written(map);
+                hasFailed = test_Fails(what, n, [&] {
                     insert ? written.Insert(64, test_ThrowingElement()) : written.Remove(0);
-                    test_ThrowingElement::FailCopy(0);
+                });
+                if (hasFailed) {
+                    ExpectNumbers(written, 0);
+                } else {
                     EXPECT_EQ(written.Size(), insert ? 65 : 63);
-                } catch (const std::exception&) {
-                    ++failures;
-                    EXPECT_EQ(written.Size(), 64);
-                    for (int key = 0; key < 64; ++key) {
-                        EXPECT_EQ(written.ConstGet(key).Value(), key);
-                    }
                 }
-                for (int key = 0; key < 64; ++key) EXPECT_EQ(copy.ConstGet(key).Value(), key);
+                ExpectNumbers(copy, 0);
             }
         }
-        if (failures == 0) break;
     }
-    EXPECT_EQ(mem_LiveBlocks(), before);
-    EXPECT_EQ(test_ThrowingElement::Live(), 0);
-    EXPECT_EQ(test_ThrowingElement::Faults(), 0);
+}
+
+TEST(cow_Map, RemovingMovesNodesAndCopiesNoEntry) {
+    ThrowingMap map;
+    for (int key = 0; key < 64; ++key) map.Insert(key, test_ThrowingElement(key));
+    EXPECT_FALSE(test_Fails(test_Failing::kCopies, 1, [&map] { map.Remove(0); }));
+    ExpectNumbers(map, 1);
 }
 
 /// Keys of which every bit is 0, so that they form one chain.
@@ -242,31 +202,20 @@ std::vector<cow_String> ChainKeys(int n) {
     return keys;
 }
 
-template <class K>
-cow_Map<K, int> Loaded(const cow_Map<K, int>& source, std::int64_t budget, bool& complete) {
-    cow_MapLoader<K, int> loader(budget);
-    complete = true;
-    for (const auto [key, value] : source) complete = complete && loader.Insert(key, value);
-    return loader.Take();
-}
-
 TEST(cow_Map, ChainsOf100000EntriesNeedNoStack) {
-    const std::size_t before = mem_LiveBlocks();
-    {
-        cow_MapLoader<cow_String, int> loader(0);
-        int next = 0;
-        for (const cow_String& key : ChainKeys(100000)) ASSERT_TRUE(loader.Insert(key, next++));
-        cow_Map<cow_String, int> map = loader.Take();
-        cow_Map<cow_String, int> copy(map);
-        copy.Insert("bbbbbbbbb", -1);
-        next = 0;
-        for (const auto [key, value] : map) EXPECT_EQ(value, next++);
-        EXPECT_TRUE(copy.Remove("dbbbbbbbb"));
-        EXPECT_EQ(copy.Size(), 99999);
-        EXPECT_EQ(map.Size(), 100000);
-        map = cow_Map<cow_String, int>();
-    }
-    EXPECT_EQ(mem_LiveBlocks(), before);
+    const test_NothingLeft nothingLeft;
+    cow_MapLoader<cow_String, int> loader(0);
+    int next = 0;
+    for (const cow_String& key : ChainKeys(100000)) ASSERT_TRUE(loader.Insert(key, next++));
+    cow_Map<cow_String, int> map = loader.Take();
+    cow_Map<cow_String, int> copy(map);
+    copy.Insert("bbbbbbbbb", -1);
+    next = 0;
+    for (const auto [key, value] : map) EXPECT_EQ(value, next++);
+    EXPECT_TRUE(copy.Remove("dbbbbbbbb"));
+    EXPECT_EQ(copy.Size(), 99999);
+    EXPECT_EQ(map.Size(), 100000);
+    map = cow_Map<cow_String, int>();
 }
 
 TEST(cow_MapLoader, RebuildsAMapFromItsOwnOrderWithoutSteps) {
@@ -278,9 +227,9 @@ TEST(cow_MapLoader, RebuildsAMapFromItsOwnOrderWithoutSteps) {
         map.Insert(cow_String(key), i);
         plain.Insert(key, i);
     }
-    bool complete = false;
-    EXPECT_TRUE(HoldsInOrder(Loaded(map, 0, complete), plain));
-    EXPECT_TRUE(complete);
+    cow_MapLoader<cow_String, int> loader(0);
+    for (const auto [key, value] : map) EXPECT_TRUE(loader.Insert(key, value));
+    EXPECT_TRUE(HoldsInOrder(loader.Take(), plain));
 }
 
 TEST(cow_MapLoader, TakesAnyOrderAndRepeatedKeys) {
@@ -306,10 +255,9 @@ TEST(cow_MapLoader, TakesAnyOrderAndRepeatedKeys) {
 
 TEST(cow_MapLoader, GivesUpWhenTheStepsAreUsedUp) {
     // "a" leaves the chain at the root; every key behind it then goes down the chain again.
-    std::vector<cow_String> keys = ChainKeys(1000);
     cow_MapLoader<cow_String, int> loader(20000);
     int taken = 0;
-    for (const cow_String& key : keys) {
+    for (const cow_String& key : ChainKeys(1000)) {
         const bool aside = loader.Insert(cow_String("a" + std::to_string(taken)), 0);
         if (!aside || !loader.Insert(key, taken)) break;
         ++taken;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "cow/cow_2DArrayArchive.h"
+#include "foundation/coreutils/atr_String.h"
 #include "foundation/shared/cls_FoundationClasses.h"
 #include "idb/idb_ListPrim.h"
 #include "idb/idb_MapPrim.h"
@@ -128,11 +129,7 @@ TEST(idb_MapPrim, KeepsTheLastValueOfARepeatedKey) {
 TEST(idb_MapPrim, ReadsItsOwnLongChainsAndGivesUpForeignOnes) {
     cow_Map<cow_String, int> map;
     for (int i = 0; i < 20000; ++i) {
-        std::string name = "Part-000000";
-        for (int at = 10, rest = i; rest > 0; rest /= 10) {
-            name[static_cast<std::size_t>(at--)] = static_cast<char>('0' + rest % 10);
-        }
-        map.Insert(cow_String(name), i);
+        map.Insert(atr("Part-%06d", i), i);
     }
     bio_Ofilter out;
     idb_WriteMapString2Prim<int>(out, 1).Write(map);
@@ -150,9 +147,7 @@ TEST(idb_MapPrim, ReadsItsOwnLongChainsAndGivesUpForeignOnes) {
     // end.
     for (int i = 0; i < count; ++i) {
         std::string key(16, 'b');
-        for (std::size_t bit = 0; bit < 15; ++bit) {
-            if ((i >> bit & 1) != 0) key[bit] = 'd';
-        }
+        for (std::size_t bit = 0; bit < 15; ++bit) key[bit] = (i >> bit & 1) != 0 ? 'd' : 'b';
         if (i % 2 != 0) key[15] = 'a';
         chain.Write(cow_String(key));
         chain.Write(i);
@@ -166,44 +161,33 @@ TEST(idb_MapPrim, ReadsItsOwnLongChainsAndGivesUpForeignOnes) {
               hostile.Failed() ? "Error reading stream: string keys out of a map's order\n" : "");
 }
 
-template <class Writer, class... Contents>
-std::string Written(const Contents&... contents) {
+/// Expects these contents as count 2, columns 2 and `bytes`.
+template <class Writer, class Contents>
+void ExpectWritten(const Contents& contents, const std::string& bytes) {
     bio_Ofilter out;
-    Writer(out, 2).Write(contents...);
-    return test_Hex(out);
+    Writer(out, 2).Write(contents);
+    EXPECT_EQ(test_Hex(out), test_Hex("02000000 02000000" + bytes));
 }
 
 TEST(idb_Collections, WriteTheStatedBytes) {
-    const std::string two = "02000000";
-    EXPECT_EQ(Written<idb_WriteListPrim<bool>>(cow_List<bool>(true, false)), two + two + "0100");
-    EXPECT_EQ(Written<idb_WriteListPrim<int>>(cow_List<int>(-2, 3)),
-              two + two + "feffffff03000000");
-    EXPECT_EQ(Written<idb_WriteListPrim<unsigned>>(cow_List<unsigned>(0x80000001u, 3)),
-              two + two + "0100008003000000");
-    EXPECT_EQ(Written<idb_WriteListPrim<float>>(cow_List<float>(0.5f, -0.0f)),
-              two + two + "0000003f00000080");
-    EXPECT_EQ(Written<idb_WriteListPrim<double>>(cow_List<double>(1.5, -0.0)),
-              two + two + "000000000000f83f0000000000000080");
-    EXPECT_EQ(Written<idb_WriteListPrim<cow_String>>(cow_List<cow_String>("ab", "")),
-              two + two +
-                  "020000006162"
-                  "00000000");
+    ExpectWritten<idb_WriteListPrim<bool>>(cow_List<bool>(true, false), "01 00");
+    ExpectWritten<idb_WriteListPrim<int>>(cow_List<int>(-2, 3), "feffffff 03000000");
+    ExpectWritten<idb_WriteListPrim<unsigned>>(cow_List<unsigned>(0x80000001u, 3),
+                                               "01000080 03000000");
+    ExpectWritten<idb_WriteListPrim<float>>(cow_List<float>(0.5f, -0.0f), "0000003f 00000080");
+    ExpectWritten<idb_WriteListPrim<double>>(cow_List<double>(1.5, -0.0),
+                                             "000000000000f83f 0000000000000080");
+    ExpectWritten<idb_WriteListPrim<cow_String>>(cow_List<cow_String>("ab", ""),
+                                                 "02000000'ab' 00000000");
     cow_Map<int, float> floats;
     floats.Insert(1, 0.5f);
     floats.Insert(2, 1.5f);
-    EXPECT_EQ(Written<idb_WriteMapInt2Prim<float>>(floats), two + two +
-                                                                "01000000"
-                                                                "0000003f"
-                                                                "02000000"
-                                                                "0000c03f");
+    ExpectWritten<idb_WriteMapInt2Prim<float>>(floats, "01000000 0000003f 02000000 0000c03f");
     cow_Map<cow_String, cow_String> strings;
     strings.Insert("a", "xyz");
     strings.Insert("b", "");
-    EXPECT_EQ(Written<idb_WriteMapString2Prim<cow_String>>(strings), two + two +
-                                                                         "0100000061"
-                                                                         "0300000078797a"
-                                                                         "0100000062"
-                                                                         "00000000");
+    ExpectWritten<idb_WriteMapString2Prim<cow_String>>(
+        strings, "01000000'a' 03000000'xyz' 01000000'b' 00000000");
 }
 
 // Count, columns, and the records, in maps each behind its key: the form of every object
@@ -212,36 +196,23 @@ TEST(idb_ObjCollections, WritesCountColumnsKeysAndRecords) {
     const test_Classes classes;
     const test_Node node(9);
     const std::string null = "0100000000";
-    const std::string nine =
-        "0200f07f0100000000"
-        "09000000" +
-        null;
+    const std::string nine = "0200f07f 01 00000000 09000000" + null;
     bio_Ofilter out;
     {
         idb_WriteListObj list(out, classes, 4);
         node.DBWrite(*list.MakeWriteObj(test_Node::TypeId(), cls_Uid(), &node));
         list.WriteNullObj();
     }
-    EXPECT_EQ(test_Hex(out),
-              "02000000"
-              "04000000" +
-                  nine + null);
+    EXPECT_EQ(test_Hex(out), test_Hex("02000000 04000000" + nine + null));
     out.Clear();
     {
         idb_WriteMapString2Obj writer(out, classes, 1);
         node.DBWrite(*writer.MakeWriteObj("key", test_Node::TypeId(), cls_Uid(), &node));
     }
-    EXPECT_EQ(test_Hex(out),
-              "01000000"
-              "01000000"
-              "030000006b6579" +
-                  nine);
+    EXPECT_EQ(test_Hex(out), test_Hex("01000000 01000000 03000000'key'" + nine));
     out.Clear();
     { idb_WriteBlob(out).Write("\x01\x00\xFF", 3); }
-    EXPECT_EQ(test_Hex(out),
-              "03000000"
-              "01000000"
-              "0100ff");
+    EXPECT_EQ(test_Hex(out), test_Hex("03000000 01000000 01 00 ff"));
 
     bio_Ofilter map;
     {
@@ -250,11 +221,8 @@ TEST(idb_ObjCollections, WritesCountColumnsKeysAndRecords) {
         node.DBWrite(*writer.MakeWriteObj(3, test_Node::TypeId(), cls_Uid(), &node));
         writer.WriteNullObj(4);
     }
-    EXPECT_EQ(test_Hex(map),
-              "03000000"
-              "01000000"
-              "03000000" +
-                  null + "03000000" + nine + "04000000" + null);
+    EXPECT_EQ(test_Hex(map), test_Hex("03000000 01000000 03000000" + null + "03000000" + nine +
+                                      "04000000" + null));
     bio_Ifilter in(map.Data(), map.Size());
     idb_ReadMapInt2Obj reader(in, classes, 2);
     ASSERT_EQ(reader.Size(), 2);
@@ -275,14 +243,8 @@ TEST(idb_ObjCollections, WritesCountColumnsKeysAndRecords) {
 // A record of an unknown class ends at its flag, so that the next one is found.
 TEST(idb_ObjCollections, GoesOnBehindAnObjectOfAnUnknownClass) {
     const test_Classes classes;
-    const auto bytes = test_Bytes(
-        "02000000"
-        "01000000"
-        "99090000"
-        "01"
-        "0200f07f0100000000"
-        "09000000"
-        "0100000000");
+    const auto bytes =
+        test_Bytes("02000000 01000000 99090000 01 0200f07f0100000000 09000000 0100000000");
     bio_Ifilter in(bytes.data(), bytes.size());
     CaptureStderr();
     idb_ReadListObj reader(in, classes, 2);
@@ -316,13 +278,8 @@ TEST(idb_ObjCollections, DestroysWhatNobodyTookOrWarns) {
                                        [](cls_ReadVisitor&) -> void* { return &immortal; }));
     CaptureStderr();
     {
-        bio_Ofilter one;
-        one.Write(1);
-        one.Write(1);
-        one.Write(test_Node::TypeId());
-        one.Write(true);
-        one.Write(0);
-        bio_Ifilter in(one.Data(), one.Size());
+        const auto one = test_Bytes("01000000 01000000 0200f07f 01 00000000");
+        bio_Ifilter in(one.data(), one.size());
         const idb_ReadListObj reader(in, classes, 2);
     }
     EXPECT_EQ(GetCapturedStderr(),
@@ -404,90 +361,55 @@ TEST(cow_2DArrayArchive, ReadsWholeArraysOnly) {
 
 // Every reader against every collection type: it takes its own and names the type of any other.
 TEST(cls_CollectionType_Kept, GivesListsTwoNumbersAndMapsOne) {
-    using Make = std::function<bool(idb_MementoRead&)>;
-    const cow_String text;
-    struct Case {
-        std::vector<int> types;
-        std::string message;
-        Make make;
+    using Make = std::function<std::shared_ptr<const void>(idb_MementoRead&)>;
+    const auto list = [](auto v) { return Make([v](auto& m) { return m.MakeReadListPrim(v); }); };
+    const auto byName = [](auto v) {
+        return Make([v](auto& m) { return m.MakeReadMapString2Prim(v); });
     };
-    const std::vector<Case> cases = {
-        {{1},
-         "error getting ReadListPrim for object collection type: ",
-         [](auto& m) { return m.MakeReadListObj() != nullptr; }},
-        {{51, 81},
-         "error getting ReadListPrim for bool collection type: ",
-         [](auto& m) { return m.MakeReadListPrim(true) != nullptr; }},
-        {{52, 82},
-         "error getting ReadListPrim for double collection type: ",
-         [](auto& m) { return m.MakeReadListPrim(0.0) != nullptr; }},
-        {{53, 83},
-         "error getting ReadListPrim for float collection type: ",
-         [](auto& m) { return m.MakeReadListPrim(0.0f) != nullptr; }},
-        {{54, 84},
-         "error getting ReadListPrim for int collection type: ",
-         [](auto& m) { return m.MakeReadListPrim(0) != nullptr; }},
-        {{55, 85},
-         "error getting ReadListPrim for string collection type: ",
-         [&](auto& m) { return m.MakeReadListPrim(text) != nullptr; }},
-        {{57, 87},
-         "error getting ReadListPrim for unsigned int collection type: ",
-         [](auto& m) { return m.MakeReadListPrim(0u) != nullptr; }},
-        {{2, 93, 112},
-         "error getting ReadMap string to obj collection type: ",
-         [](auto& m) { return m.MakeReadMapString2Obj() != nullptr; }},
-        {{62},
-         "error getting ReadListMap string to double collection type: ",
-         [](auto& m) { return m.MakeReadMapString2Prim(0.0) != nullptr; }},
-        {{63},
-         "error getting ReadListMap string to float collection type: ",
-         [](auto& m) { return m.MakeReadMapString2Prim(0.0f) != nullptr; }},
-        {{64},
-         "error getting ReadListMap string to int collection type: ",
-         [](auto& m) { return m.MakeReadMapString2Prim(0) != nullptr; }},
-        {{65},
-         "error getting ReadListMap string to string collection type: ",
-         [&](auto& m) { return m.MakeReadMapString2Prim(text) != nullptr; }},
-        {{66},
-         "error getting ReadListMap string to uint collection type: ",
-         [](auto& m) { return m.MakeReadMapString2Prim(0u) != nullptr; }},
-        {{3},
-         "error getting ReadMap int to obj collection type: ",
-         [](auto& m) { return m.MakeAltReadMapInt2Obj() != nullptr; }},
-        {{72},
-         "error getting ReadListMap int to double collection type: ",
-         [](auto& m) { return m.MakeAltReadMapInt2Prim(0.0) != nullptr; }},
-        {{73},
-         "error getting ReadListMap int to float collection type: ",
-         [](auto& m) { return m.MakeReadMapInt2Prim(0.0f) != nullptr; }},
-        {{74},
-         "error getting ReadListMap int to int collection type: ",
-         [](auto& m) { return m.MakeReadMapInt2Prim(0) != nullptr; }},
-        {{75},
-         "error getting ReadListMap int to string collection type: ",
-         [&](auto& m) { return m.MakeReadMapInt2Prim(text) != nullptr; }},
-        {{76},
-         "error getting ReadListMap int to uint collection type: ",
-         [](auto& m) { return m.MakeReadMapInt2Prim(0u) != nullptr; }},
+    const auto byNumber = [](auto v) {
+        return Make([v](auto& m) { return m.MakeReadMapInt2Prim(v); });
+    };
+    const cow_String text;
+    const struct {
+        std::vector<int> types;
+        std::string wanted;
+        Make make;
+    } cases[] = {
+        {{1}, "ReadListPrim for object", [](auto& m) { return m.MakeReadListObj(); }},
+        {{51, 81}, "ReadListPrim for bool", list(true)},
+        {{52, 82}, "ReadListPrim for double", list(0.0)},
+        {{53, 83}, "ReadListPrim for float", list(0.0f)},
+        {{54, 84}, "ReadListPrim for int", list(0)},
+        {{55, 85}, "ReadListPrim for string", list(text)},
+        {{57, 87}, "ReadListPrim for unsigned int", list(0u)},
+        {{2, 93, 112}, "ReadMap string to obj", [](auto& m) { return m.MakeReadMapString2Obj(); }},
+        {{62}, "ReadListMap string to double", byName(0.0)},
+        {{63}, "ReadListMap string to float", byName(0.0f)},
+        {{64}, "ReadListMap string to int", byName(0)},
+        {{65}, "ReadListMap string to string", byName(text)},
+        {{66}, "ReadListMap string to uint", byName(0u)},
+        {{3}, "ReadMap int to obj", [](auto& m) { return m.MakeAltReadMapInt2Obj(); }},
+        {{72}, "ReadListMap int to double", [](auto& m) { return m.MakeAltReadMapInt2Prim(0.0); }},
+        {{72}, "ReadListMap int to double", byNumber(0.0)},
+        {{73}, "ReadListMap int to float", byNumber(0.0f)},
+        {{74}, "ReadListMap int to int", byNumber(0)},
+        {{75}, "ReadListMap int to string", byNumber(text)},
+        {{76}, "ReadListMap int to uint", byNumber(0u)},
     };
     const cls_ClassRegistrar classes;
-    bio_Ofilter out;
-    for (const int word : {1, 0, 0, 0, 0}) out.Write(word);
-    const auto emptyCollection = [&] {
-        auto bytes = std::vector<std::byte>(out.Data(), out.Data() + out.Size());
-        bytes[4] = std::byte{1};
-        return bytes;
-    }();
-    for (const Case& expected : cases) {
+    const auto emptyCollection = test_Bytes("01000000 01 000000 00000000 00000000 00000000");
+    for (const auto& expected : cases) {
         for (int type = 0; type < 120; ++type) {
             bio_Ifilter in(emptyCollection.data(), emptyCollection.size());
             idb_MementoRead memento(in, classes, 1, static_cast<cls_CollectionType>(type));
             CaptureStderr();
-            const bool isMade = expected.make(memento);
+            const bool isMade = expected.make(memento) != nullptr;
             const std::string lines = GetCapturedStderr();
             const bool isOwn = std::ranges::count(expected.types, type) > 0;
-            EXPECT_EQ(isMade, isOwn) << expected.message << type;
-            EXPECT_EQ(lines, isOwn ? "" : expected.message + std::to_string(type) + "\n");
+            EXPECT_EQ(isMade, isOwn) << expected.wanted << type;
+            EXPECT_EQ(lines, isOwn ? ""
+                                   : "error getting " + expected.wanted +
+                                         " collection type: " + std::to_string(type) + "\n");
         }
     }
 }

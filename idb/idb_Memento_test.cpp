@@ -66,24 +66,9 @@ test_Mixed FullMixed() {
     return mixed;
 }
 
-constexpr char kFullMixed[] =
-    "0100f07f"
-    "01"
-    "00000000"
-    "01000000"
-    "feffffff"
-    "000000000000f83f"
-    "0000003f"
-    "fdffffff"
-    "fcffffff"
-    "c8000000"
-    "00286bee"
-    "ffff0000"
-    "01000000"
-    "4c"
-    "02000000"
-    "3130"
-    "00000000";
+const std::string kFullMixed = test_Hex(
+    "0100f07f 01 00000000 01000000 feffffff 000000000000f83f 0000003f fdffffff fcffffff"
+    "c8000000 00286bee ffff0000 01000000'L' 02000000'10' 00000000");
 
 TEST_F(idb_Memento, KeepsNumbersInNameOrderThenStrings) {
     EXPECT_EQ(Saved(FullMixed()), kFullMixed);
@@ -95,19 +80,14 @@ TEST_F(idb_Memento, KeepsNumbersInNameOrderThenStrings) {
 // The strings stand in the iteration order of a map that was filled in ascending order of names.
 TEST_F(idb_Memento, KeepsStringsInTheOrderOfAMap) {
     cls_ClassMetadata metadata("Text", 77);
-    for (const char* name :
-         {"text", "font", "color", "backgroundStyle", "backgroundColor", "justification"}) {
-        metadata.AddAttribute(name, cls_KIND_STRING);
-    }
+    const std::pair<const char*, const char*> fields[] = {
+        {"color", "c"},           {"text", "t"},           {"font", "f"}, {"justification", "j"},
+        {"backgroundStyle", "s"}, {"backgroundColor", "b"}};
+    for (const auto& field : fields) metadata.AddAttribute(field.first, cls_KIND_STRING);
     classes.AddClass(metadata);
     bio_Ofilter out;
     idb_MementoWrite memento(out, classes, 77, this, true);
-    memento.Write("color", cow_String("c"));
-    memento.Write("text", cow_String("t"));
-    memento.Write("font", cow_String("f"));
-    memento.Write("justification", cow_String("j"));
-    memento.Write("backgroundStyle", cow_String("s"));
-    memento.Write("backgroundColor", cow_String("b"));
+    for (const auto& [name, text] : fields) memento.Write(name, cow_String(text));
     memento.Flush();
     std::string order;
     for (std::size_t i = 13; i < out.Size(); i += 5) order += static_cast<char>(out.Data()[i]);
@@ -149,47 +129,14 @@ TEST_F(idb_Memento, ConvertsToTheKindOfTheMetadata) {
 
 // The outer object takes its number first, a null object none, a further reference the same one;
 // the base part repeats the object's own.
-constexpr char kOwner[] =
-    "0400f07f"
-    "01"
-    "01000000"
-    "05000000"
-    "0100f07f"
-    "01"
-    "01000000"
-    "00000000"
-    "00000000"
-    "0000000000000000"
-    "00000000"
-    "00000000"
-    "00000000"
-    "00000000"
-    "00000000"
-    "00000000"
-    "00000000"
-    "01000000"
-    "30"
-    "00000000"
-    "0200f07f"
-    "01"
-    "00000000"
-    "06000000"
-    "01000000"
-    "00"
-    "01000000"
-    "00"
-    "0200f07f"
-    "01"
-    "02000000"
-    "07000000"
-    "01000000"
-    "00"
-    "0200f07f"
-    "01"
-    "02000000"
-    "07000000"
-    "01000000"
-    "00";
+const std::string kOwner = test_Hex(
+    "0400f07f 01 01000000 05000000"
+    "0100f07f 01 01000000 00000000 00000000 0000000000000000 00000000 00000000 00000000"
+    "00000000 00000000 00000000 00000000 01000000'0' 00000000"
+    "0200f07f 01 00000000 06000000 01000000 00"
+    "01000000 00"
+    "0200f07f 01 02000000 07000000 01000000 00"
+    "0200f07f 01 02000000 07000000 01000000 00");
 
 TEST_F(idb_Memento, NumbersIdentitiesInTheOrderOfTheStream) {
     test_Owner owner;
@@ -216,14 +163,8 @@ TEST_F(idb_Memento, NumbersIdentitiesInTheOrderOfTheStream) {
 // The last record has the number of an embedded value, which is never substituted.
 TEST_F(idb_Memento, NeverHandsOutAValueByItsNumber) {
     std::string stream = kOwner;
-    stream.replace(stream.rfind("02000000"
-                                "07000000"),
-                   8, "03000000");
-    stream.replace(stream.find("0200f07f"
-                               "01"
-                               "00000000") +
-                       10,
-                   8, "03000000");
+    stream.replace(stream.rfind("0200000007000000"), 8, "03000000");
+    stream.replace(stream.find("0200f07f0100000000") + 10, 8, "03000000");
     const auto read = Load<test_Owner>(stream);
     ASSERT_TRUE(read) << fault.text.Characters();
     EXPECT_NE(read->seen[0], read->seen[1]);
@@ -247,11 +188,10 @@ TEST_F(idb_Memento, SharesOneHandleAmongReferences) {
 // Slots are taken by the order of making, whatever order the writers end in; those still open at
 // the end are taken as they are and write nothing afterwards.
 TEST_F(idb_Memento, KeepsTheOrderInWhichWritersWereMade) {
-    cls_ClassMetadata metadata("Pair", 78);
-    metadata.AddAttribute("_a", cls_KIND_COLLECTION, 0, cls_LIST_INT)
-        .AddAttribute("_b", cls_KIND_OBJ_POINTER)
-        .AddAttribute("_c", cls_KIND_EMBEDDED_OBJ);
-    classes.AddClass(metadata);
+    classes.AddClass(cls_ClassMetadata("Three", 78)
+                         .AddAttribute("_a", cls_KIND_COLLECTION, 0, cls_LIST_INT)
+                         .AddAttribute("_b", cls_KIND_OBJ_POINTER)
+                         .AddAttribute("_c", cls_KIND_EMBEDDED_OBJ));
     bio_Ofilter out;
     idb_MementoWrite memento(out, classes, 78, this, true);
     auto list = memento.MakeWriteObj("_a", 0, cls_Uid());
@@ -269,24 +209,10 @@ TEST_F(idb_Memento, KeepsTheOrderInWhichWritersWereMade) {
     first.reset();
     EXPECT_EQ(memento.MakeWriteObj("_b", test_Node::TypeId(), cls_Uid()), nullptr);
     memento.Flush();
-    EXPECT_EQ(test_Hex(out),
-              "4e000000"
-              "01"
-              "00000000"
-              "00000000"
-              "01"
-              "00000000"
-              "01000000"
-              "01000000"
-              "09000000"
-              "0200f07f"
-              "01"
-              "00000000"
-              "01000000"
-              "0200f07f"
-              "01"
-              "00000000"
-              "02000000");
+    EXPECT_EQ(test_Hex(out), test_Hex("4e000000 01 00000000"
+                                      "00000000 01 00000000 01000000 01000000 09000000"
+                                      "0200f07f 01 00000000 01000000"
+                                      "0200f07f 01 00000000 02000000"));
 }
 
 TEST_F(idb_Memento, EndsNullAndUnknownRecordsAtTheFlag) {
@@ -295,16 +221,7 @@ TEST_F(idb_Memento, EndsNullAndUnknownRecordsAtTheFlag) {
     idb_MementoWrite(out, classes, 1, this, true).Flush();
     idb_MementoWrite(out, classes, 0x999, this, true, cls_Uid::AllocateUid()).Flush();
     idb_MementoWrite(out, classes, 0x230005, this, true).Flush();
-    EXPECT_EQ(test_Hex(out),
-              "0200f07f"
-              "00"
-              "01000000"
-              "00"
-              "99090000"
-              "01"
-              "05002300"
-              "01"
-              "00000000");
+    EXPECT_EQ(test_Hex(out), test_Hex("0200f07f 00 01000000 00 99090000 01 05002300 01 00000000"));
 
     bio_Ifilter in(out.Data(), out.Size());
     CaptureStderr();
@@ -355,27 +272,14 @@ TEST_F(idb_Memento, TakesDerivedClassesAndReportsOthers) {
 }
 
 TEST_F(idb_Memento, RefusesANumberOfAnotherClass) {
-    cls_ClassMetadata metadata("Pair", 78);
-    metadata.AddAttribute("_a", cls_KIND_OBJ_POINTER).AddAttribute("_b", cls_KIND_OBJ_POINTER);
-    classes.AddClass(metadata);
-    const std::string node =
-        "0200f07f"
-        "01"
-        "02000000"
-        "07000000"
-        "01000000"
-        "00";
-    const std::string mixed = std::string(
-                                  "0100f07f"
-                                  "01"
-                                  "02000000") +
-                              (kFullMixed + 18);
+    classes.AddClass(cls_ClassMetadata("Pair", 78)
+                         .AddAttribute("_a", cls_KIND_OBJ_POINTER)
+                         .AddAttribute("_b", cls_KIND_OBJ_POINTER));
+    const std::string node = "0200f07f 01 02000000 07000000 01000000 00";
+    const std::string mixed = "0100f07f 01 02000000" + kFullMixed.substr(18);
 
-    idb_MementoRead record(Filter("4e000000"
-                                  "01"
-                                  "00000000" +
-                                  node + mixed + node + mixed),
-                           classes, 78);
+    idb_MementoRead record(Filter("4e000000 01 00000000" + node + mixed + node + mixed), classes,
+                           78);
     const std::unique_ptr<test_Node> first(
         static_cast<test_Node*>(record.ReadObjPtr("_a", test_Node::TypeId())));
     CaptureStderr();
@@ -394,11 +298,9 @@ TEST_F(idb_Memento, RefusesANumberOfAnotherClass) {
 
 TEST(idb_MementoRead_Kept, ReportsAnObjectOfAnotherClassWithoutALineEnd) {
     test_Classes classes;
-    cls_ClassMetadata metadata("Single", 78);
-    metadata.AddAttribute("_a", cls_KIND_OBJ_POINTER);
-    classes.AddClass(metadata);
-    const std::vector<std::byte> stream =
-        test_Bytes("4e00000001000000000200f07f0102000000070000000100000000");
+    classes.AddClass(cls_ClassMetadata("Single", 78).AddAttribute("_a", cls_KIND_OBJ_POINTER));
+    const auto stream =
+        test_Bytes("4e000000 01 00000000 0200f07f 01 02000000 07000000 01000000 00");
     bio_Ifilter in(stream.data(), stream.size());
     idb_MementoRead record(in, classes, 78);
     CaptureStderr();
@@ -418,16 +320,15 @@ TEST_F(idb_Memento, HandsOutNoPointerToWhatIsAKindOfItsClassInRecordsOnly) {
             .SetCowDtor([](void* object) { delete static_cast<int*>(object); }));
     classes.AddClass(cls_ClassMetadata("Single", 78)
                          .AddAttribute("_a", cls_KIND_EMBEDDED_OBJ, test_Node::TypeId()));
-    const std::string number =
-        "4d0000000100000000"
-        "07000000";
+    const std::string number = "4d0000000100000000 07000000";
     idb_MementoRead record(Filter("4e0000000100000000" + number + number + number + number),
                            classes, 78);
     CaptureStderr();
     EXPECT_EQ(record.ReadObjPtr("_a", test_Node::TypeId()), nullptr);
     EXPECT_EQ(record.ReadObjValue("_a", test_Node::TypeId()), nullptr);
-    EXPECT_TRUE(
-        (cls_ReadCow<test_Node::Handle, test_Node>(record, "_a", test_Node::TypeId()).IsNull()));
+    const auto handle =
+        cls_ReadCow<test_Node::Handle, test_Node>(record, "_a", test_Node::TypeId());
+    EXPECT_TRUE(handle.IsNull());
     const std::string line = "Error reading object: class 4d has its parent in records only\n";
     EXPECT_EQ(GetCapturedStderr(), line + line + line);
     int value = 0;
@@ -490,17 +391,9 @@ TEST_F(idb_Memento, KeepsTheFailureOfADestructorForTheOutermostFlush) {
 // An object refers to itself: it is not finished when the reference is met.
 TEST_F(idb_Memento, NeverHandsOutAnUnfinishedObject) {
     CaptureStderr();
-    EXPECT_EQ(Load<test_Node>("0200f07f"
-                              "01"
-                              "05000000"
-                              "07000000"
-                              "0200f07f"
-                              "01"
-                              "05000000"
-                              "08000000"
-                              "01000000"
-                              "00"),
-              nullptr);
+    EXPECT_EQ(
+        Load<test_Node>("0200f07f 01 05000000 07000000 0200f07f 01 05000000 08000000 01000000 00"),
+        nullptr);
     EXPECT_EQ(GetCapturedStderr(),
               "Error reading object: number 5 refers to an unfinished object\n");
     EXPECT_EQ(fault.status, idb_LoadStatusEnm::Damaged);
@@ -509,22 +402,10 @@ TEST_F(idb_Memento, NeverHandsOutAnUnfinishedObject) {
 // A second record of number 2 is read and dropped with the node 9 that it was handed: the stream
 // must forget that one.
 TEST_F(idb_Memento, ForgetsThePartsOfADroppedCopy) {
-    const std::string drop =
-        "0200f07f"
-        "01"
-        "02000000"
-        "07000000";
-    const std::string null =
-        "01000000"
-        "00";
-    const std::string nine =
-        "0200f07f"
-        "01"
-        "09000000"
-        "09000000" +
-        null;
+    const std::string null = "0100000000", drop = "0200f07f010200000007000000";
     std::string stream = kOwner;
-    stream.replace(stream.rfind(drop + null), std::string::npos, drop + nine);
+    stream.replace(stream.rfind(drop + null), std::string::npos,
+                   drop + "0200f07f 01 09000000 09000000" + null);
     const auto read = Load<test_Owner>(stream);
     ASSERT_TRUE(read) << fault.text.Characters();
     EXPECT_EQ(read->seen[0], read->seen[1]);
@@ -577,7 +458,7 @@ TEST_F(idb_Memento, LoadsOnlyWhatIsWhole) {
         EXPECT_EQ(object != nullptr, fault.status == idb_LoadStatusEnm::Loaded);
         return fault.status;
     };
-    const std::string whole = kFullMixed;
+    const std::string& whole = kFullMixed;
     EXPECT_EQ(status(whole), idb_LoadStatusEnm::Loaded);
     EXPECT_EQ(status(whole + "00"), idb_LoadStatusEnm::TrailingBytes);
     EXPECT_EQ(status(whole.substr(0, whole.size() - 2)), idb_LoadStatusEnm::Truncated);

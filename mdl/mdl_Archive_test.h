@@ -2,21 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include <cctype>
 #include <cstddef>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "foundation/shared/bio_Ofilter.h"
 #include "idb/idb_Archive.h"
 #include "mdl/KTSOvuMdl.h"
 #include "omu/KTSOvuOmu.h"
+#include "testing/test_Hex.h"
 
 // The records of the module's classes as bytes.
 
-using test_Bytes = std::vector<std::byte>;
+using test_Stream = std::vector<std::byte>;
 
 /// The module and what it stands on, brought up for one test.
 class test_MdlModule {
@@ -34,30 +33,16 @@ class test_MdlModule {
     int count = 0;
 };
 
-/// Bytes from hexadecimal digits and quoted texts: "10000a00 01 'UNSET'".
-inline test_Bytes test_Parse(std::string_view text) {
-    test_Bytes bytes;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\'') {
-            while (text[++i] != '\'') bytes.push_back(static_cast<std::byte>(text[i]));
-        } else if (std::isxdigit(static_cast<unsigned char>(text[i]))) {
-            const int value = std::stoi(std::string(text.substr(i++, 2)), nullptr, 16);
-            bytes.push_back(static_cast<std::byte>(value));
-        }
-    }
-    return bytes;
-}
-
 template <class T>
-test_Bytes test_Save(const T& object, const cls_Uid& uid = cls_Uid()) {
+test_Stream test_Save(const T& object, const cls_Uid& uid = cls_Uid()) {
     bio_Ofilter out;
     idb_SaveObject(out, object, uid);
-    return test_Bytes(out.Data(), out.Data() + out.Size());
+    return test_Stream(out.Data(), out.Data() + out.Size());
 }
 
 /// The object that was read; null for a record that was refused.
 template <class T>
-std::unique_ptr<T> test_Load(const test_Bytes& bytes) {
+std::unique_ptr<T> test_Load(const test_Stream& bytes) {
     idb_LoadFault fault;
     return idb_LoadObject<T>(bytes.data(), bytes.size(), T::TypeId(), fault);
 }
@@ -65,7 +50,7 @@ std::unique_ptr<T> test_Load(const test_Bytes& bytes) {
 /// As `test_Load` also for a record that was refused in the end: what the reading constructor made
 /// of it, and the lines on standard error.
 template <class T>
-std::unique_ptr<T> test_LoadDamaged(const test_Bytes& bytes, std::string& lines) {
+std::unique_ptr<T> test_LoadDamaged(const test_Stream& bytes, std::string& lines) {
     std::unique_ptr<T> object;
     idb_LoadFault fault;
     testing::internal::CaptureStderr();

@@ -13,7 +13,7 @@ namespace {
 template <class V>
 void ExpectRecord(const std::string& golden, const V& value) {
     SCOPED_TRACE(mdl_PropClassOf<V>.name);
-    const test_Bytes bytes = test_Parse(golden);
+    const test_Stream bytes = test_Bytes(golden);
     const auto loaded = test_Load<mdl_PropAttr<V>>(bytes);
     ASSERT_NE(loaded, nullptr);
     EXPECT_EQ(test_Save(*loaded), bytes);
@@ -70,17 +70,17 @@ TEST(mdl_PropAttr, DamagedRecordsKeepWhatTheyCan) {
     std::string lines;
     for (const auto& c : cases) {
         const auto list = test_LoadDamaged<mdl_PropListInt>(
-            test_Parse(std::string("13000a00 01 00000000") + c.record + "01000000 01000000"),
+            test_Bytes(std::string("13000a00 01 00000000") + c.record + "01000000 01000000"),
             lines);
         EXPECT_EQ(list->State(), c.state);
         EXPECT_TRUE(list->ConstGetValue().IsEmpty());
         EXPECT_EQ(lines, c.lines);
     }
     const auto any = test_LoadDamaged<mdl_PropBool>(
-        test_Parse("0f000a00 01 00000000 00010000 09000000'UNCHANGED'"), lines);
+        test_Bytes("0f000a00 01 00000000 00010000 09000000'UNCHANGED'"), lines);
     EXPECT_TRUE(any->ConstGetValue()) << "any bit makes a truth value";
     const auto jagged = test_LoadDamaged<mdl_PropList1DArrayListFloat>(
-        test_Parse("17000a00 01 00000000 09000000'UNCHANGED' 05002300 01 00000000"
+        test_Bytes("17000a00 01 00000000 09000000'UNCHANGED' 05002300 01 00000000"
                    "02000000 01000000 01000000 00"
                    "05002300 01 00000000 01000000 01000000 00000000 00000000 01000000"),
         lines);

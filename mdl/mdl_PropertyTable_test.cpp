@@ -186,10 +186,10 @@ TEST(mdl_PropertyTable, RecordIsPinned) {
     mdl_PropertyTable table = TableOf({{0.5, 1, 2}, {-1, 0, 0.5}});
     table.SetAllowEmptyFirstRow(true);
     // The array's columns, rows and values row after row.
-    const test_Bytes golden = test_Parse(std::string(kHead) +
-                                         "03000000 02000000 00000000 01 00000000 06000000 03000000"
-                                         "000000000000e03f 000000000000f03f 0000000000000040"
-                                         "000000000000f0bf 0000000000000000 000000000000e03f");
+    const test_Stream golden = test_Bytes(std::string(kHead) +
+                                          "03000000 02000000 00000000 01 00000000 06000000 03000000"
+                                          "000000000000e03f 000000000000f03f 0000000000000040"
+                                          "000000000000f0bf 0000000000000000 000000000000e03f");
     EXPECT_EQ(test_Save(table), golden);
     const auto loaded = test_Load<mdl_PropertyTable>(golden);
     ASSERT_NE(loaded, nullptr);
@@ -202,7 +202,7 @@ TEST(mdl_PropertyTable, RefusesExtentsThatItsValuesDoNotFill) {
     for (const std::string extents : {"0000010000000100", "00000000ffffff7f", "ffffffffffffffff"}) {
         std::string lines;
         const auto table = test_LoadDamaged<mdl_PropertyTable>(
-            test_Parse(kHead + extents + "00000000 01 00000000 00000000 01000000"), lines);
+            test_Bytes(kHead + extents + "00000000 01 00000000 00000000 01000000"), lines);
         ASSERT_NE(table, nullptr);
         EXPECT_EQ(table->Rows(), 0) << extents;
         EXPECT_EQ(table->Cols(), 0) << extents;

