@@ -32,9 +32,7 @@ TEST(mdl_JaggedArray, RowsEndWhereTheNextOnesStart) {
         for (int row = 0; row < array.Rows(); ++row) {
             const cow_List<double> list = array.RowList(row);
             ASSERT_EQ(list.Length(), array.RowLength(row));
-            if (!list.IsEmpty()) {
-                EXPECT_EQ(array.ConstGet(row, 0), list.First());
-            }
+            EXPECT_TRUE(list.IsEmpty() || array.ConstGet(row, 0) == list.First());
         }
     }
     mdl_JaggedArray zeros(3, 2);

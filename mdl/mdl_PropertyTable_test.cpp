@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <climits>
 #include <limits>
@@ -64,12 +65,8 @@ TEST(mdl_PropertyTable, SortsByTheLastColumns) {
     } cases[] = {
         {{{1, 3}, {2, 1}, {0, 3}}, 1, {{2, 1}, {1, 3}, {0, 3}}},
         {{{1, 3}, {2, 1}, {0, 3}}, 2, {{2, 1}, {0, 3}, {1, 3}}},
-        {{{1, 3}, {2, 1}, {0, 3}}, 0, {{1, 3}, {2, 1}, {0, 3}}},
-        {{{2, 2}, {1, 1}}, INT_MAX, {{1, 1}, {2, 2}}},
-        {{{2, 2}, {1, 1}}, INT_MIN, {{2, 2}, {1, 1}}},
         {{{1, 2}, {kNaN, 0}, {kNaN, 2}, {0, 2}}, 2, {{kNaN, 0}, {1, 2}, {kNaN, 2}, {0, 2}}},
         {{{}, {}, {}}, 1, {{}, {}, {}}},
-        {{}, 1, {}},
     };
     for (const auto& c : cases) {
         mdl_PropertyTable table = TableOf(c.rows);
@@ -81,20 +78,22 @@ TEST(mdl_PropertyTable, SortsByTheLastColumns) {
 // Few values, so that rows often agree in some columns; with NaNs in every column or none.
 TEST(mdl_PropertyTable, SortsAsAnInsertionSortDoes) {
     const double values[] = {0.0, -0.0, 1, 2, 3, kInf, -kInf, kNaN};
+    const int counts[] = {1, 2, 3, 4, 5, 1, 2, 3, 4, 0, INT_MIN, INT_MAX};
     for (std::uint64_t seed = 1; seed <= 20000; ++seed) {
         test_Random random(seed);
-        const std::size_t columns = static_cast<std::size_t>(1 + random.Below(4));
+        const int columns = 1 + random.Below(4);
         const int choice = 2 + random.Below(7), first = random.Below(8);
         Rows rows(static_cast<std::size_t>(random.Below(seed % 100 == 0 ? 200 : 14)),
-                  std::vector<double>(columns));
+                  std::vector<double>(static_cast<std::size_t>(columns)));
         for (auto& row : rows) {
             for (double& value : row) value = values[(first + random.Below(choice)) % 8];
             row[0] += random.Below(3);
         }
-        const int keyColumns = 1 + random.Below(static_cast<int>(columns));
+        const int keyColumns = counts[random.Below(12)];
         mdl_PropertyTable table = TableOf(rows);
         table.Sort(keyColumns);
-        ASSERT_EQ(Bits(table), Bits(TableOf(InsertionSorted(rows, keyColumns)))) << seed;
+        const Rows sorted = InsertionSorted(rows, std::clamp(keyColumns, 0, columns));
+        ASSERT_EQ(Bits(table), Bits(TableOf(sorted))) << seed;
     }
 }
 

@@ -19,17 +19,14 @@ namespace {
 using Handle = mdl_ExtensionHandle;
 using Value = mdl_Extension::Value;
 
-Handle Numbered(int number) { return Handle(new mdl_Extension(Value(new omu_PrimNumber(number)))); }
+Value Number(int number) { return Value(new omu_PrimNumber(number)); }
+
+Handle Numbered(int number) { return Handle(new mdl_Extension(Number(number))); }
 
 int NumberIn(const mdl_Extension* extension) {
     const auto* number =
         extension ? dynamic_cast<const omu_PrimNumber*>(extension->ConstGetValue()) : nullptr;
     return number ? std::stoi(number->AsString(0).Characters()) : -1;
-}
-
-void SetNumber(mdl_Extension* extension, int number) {
-    ASSERT_NE(extension, nullptr);
-    extension->SetValue(Value(new omu_PrimNumber(number)));
 }
 
 mdl_Repository* AsRepository(mdl_Extension* extension) {
@@ -96,12 +93,10 @@ TEST_F(mdl_RepositoryTest, EntriesAreSharedAndCopiedOnWrite) {
     repository.Insert("a", Numbered(1));
     repository.Insert("none", Handle());
     EXPECT_TRUE(repository.IsMember("none"));
-    EXPECT_EQ(repository.Get("none"), nullptr);
-    EXPECT_EQ(repository.Get("absent"), nullptr);
-
+    EXPECT_FALSE(repository.Get("none") || repository.Get("absent"));
     mdl_Repository copy(repository);
     EXPECT_NE(copy.GetUid(), repository.GetUid());
-    SetNumber(copy.Get("a"), 2);
+    copy.Get("a")->SetValue(Number(2));
     EXPECT_EQ(NumberIn(repository.ConstGet("a")), 1);
     EXPECT_EQ(copy.ConstGet("a")->GetUid(), repository.ConstGet("a")->GetUid());
     EXPECT_EQ(std::unique_ptr<mdl_Extension>(copy.Copy())->GetUid(), copy.GetUid());
@@ -118,7 +113,7 @@ TEST_F(mdl_RepositoryTest, NoMoreThanTheLimitIsNested) {
         innermost = AsRepository(innermost->Get("next"));
     }
     EXPECT_FALSE(innermost->SetValue(NestedValue(1)));
-    EXPECT_TRUE(innermost->SetValue(Value(new omu_PrimNumber(1))));
+    EXPECT_TRUE(innermost->SetValue(Number(1)));
     EXPECT_EQ(root.Depth(), 256);
 
     EXPECT_FALSE(outermost.Insert("a", Handle(new mdl_Extension(NestedValue(255)))));
@@ -217,19 +212,18 @@ TEST_F(mdl_RepositoryTest, DepthAndIdentitiesHoldUnderRandomChanges) {
 TEST_F(mdl_RepositoryTest, RecordsArePinned) {
     mdl_Repository repository;
     const Handle shared = Handle(new mdl_Extension);
-    for (const Handle& entry : {shared, Handle(), shared}) {
-        repository.Insert(cow_String(std::string(1, "abc"[repository.Size()])), entry);
-    }
-    test_Stream golden = test_Bytes(
+    repository.Insert("a", shared);
+    repository.Insert("b", Handle());
+    repository.Insert("c", shared);
+    std::string stated =
         "0d000a00 01 01000000"              // the repository, the first identity
         "01000a00 01 00000000 01000000 00"  // its base part, without a value
-        "01000a00 01 00000000 03000000 01000000");
+        "01000a00 01 00000000 03000000 01000000";
     for (const cow_String& name : repository.Keys()) {
-        const test_Stream entry =
-            test_Bytes("01000000 '" + std::string(name.View()) + "'" +
-                       (name == "b" ? "01000000 00" : "01000a00 01 02000000 01000000 00"));
-        golden.insert(golden.end(), entry.begin(), entry.end());
+        stated += "01000000 '" + std::string(name.View()) + "'" +
+                  (name == "b" ? "01000000 00" : "01000a00 01 02000000 01000000 00");
     }
+    const test_Stream golden = test_Bytes(stated);
     EXPECT_EQ(test_Save(repository, repository.GetUid()), golden);
 
     const auto loaded = test_Load<mdl_Repository>(golden);
@@ -237,13 +231,13 @@ TEST_F(mdl_RepositoryTest, RecordsArePinned) {
     EXPECT_NE(loaded->ConstGet("a"), nullptr);
     EXPECT_EQ(loaded->ConstGet("a"), loaded->ConstGet("c"));
     EXPECT_TRUE(loaded->IsMember("b"));
-    loaded->Get("a")->SetValue(Value(new omu_PrimNumber(4)));
+    loaded->Get("a")->SetValue(Number(4));
     EXPECT_NE(loaded->ConstGet("a")->GetUid(), loaded->ConstGet("c")->GetUid());
 }
 
 TEST_F(mdl_RepositoryTest, WhateverCouldBeBuiltReadsBack) {
     Handle deepest = NestedRepository(256);
-    EXPECT_TRUE(deepest.Get()->SetValue(Value(new omu_PrimNumber(1))));
+    EXPECT_TRUE(deepest.Get()->SetValue(Number(1)));
     Model model;
     model.extensions.Insert("list", Handle(new mdl_Extension(NestedValue(256))));
     model.extensions.Insert("repository", deepest);

@@ -11,19 +11,18 @@
 #include <vector>
 
 #include "omu/omu_Get.h"
-#include "omu/omu_InterfaceObj.h"
 #include "omu/omu_PrimEnum.h"
-#include "omu/omu_PrimList.h"
 #include "omu/omu_PrimNone.h"
-#include "omu/omu_PrimNumber.h"
-#include "omu/omu_PrimString.h"
 #include "omu/omu_PyObjectWrapper.h"
 #include "omu/omu_TypeErrorException.h"
+#include "omu/omu_Values_test.h"
 #include "testing/test_Environment.h"
 #include "testing/test_Random.h"
 #include "testing/test_Rounds.h"
 
 namespace {
+
+using namespace omu_test;
 
 /// The message that `arguments` end with, "" for none.
 template <class Reader>
@@ -249,11 +248,8 @@ TEST(omu_Arguments, PutsTheFirstFaultFirst) {
         return EndOf(call, context);
     };
     const std::string missing = "not all required arguments specified; expected ";
-    EXPECT_EQ(end("ab", Call("s")), "arg1; found string, expecting int");
-    EXPECT_EQ(end("ab", Call("sf")), "arg1; found string, expecting int");
     EXPECT_EQ(end("ab", Call("is"), "Part"), "arg2; found string, expecting int");
     EXPECT_EQ(end("ab", Call("s", {{"zz", 'i'}})), "keyword error on zz");
-    EXPECT_EQ(end("ab", Call("", {{"z2", 'i'}, {"z1", 'i'}})), "keyword error on z2");
     EXPECT_EQ(end("ab", Call("", {{"b", 's'}, {"a", 'i'}})), "b; found string, expecting int");
     EXPECT_EQ(end("ab", Call(""), "f"), "f; " + missing + "2, got 0");
     EXPECT_EQ(end("ab", Call("", {{"%s%n", 'i'}})), "keyword error on %s%n");
@@ -262,22 +258,14 @@ TEST(omu_Arguments, PutsTheFirstFaultFirst) {
     // An argument given twice counts as one.
     EXPECT_EQ(end("ab", Call("i", {{"a", 'i'}})), missing + "2, got 1");
     EXPECT_EQ(end("abcd", Call("ii", {{"a", 'i'}, {"b", 'i'}})), missing + "4, got 2");
-    EXPECT_EQ(end("a", Call("i", {{"a", 'i'}})), "too many arguments; expected 1, got 2");
 }
 
 TEST(omu_Arguments, WithdrawsOnlyTheLastGet) {
     int number = 0;
     cow_String text;
-    omu_Arguments none = Call("");
-    EXPECT_FALSE(none.ErrorOnPrevious());
-    EXPECT_FALSE(none.Alternative());
-    none.Get(number, "a");
-    EXPECT_TRUE(none.Alternative());
-    EXPECT_FALSE(none.Alternative());
-    none.Get(text, "a");
-    EXPECT_EQ(EndOf(none, "f"), "f; not all required arguments specified; expected 1, got 0");
-
     omu_Arguments keywords = Call("", {{"a", 's'}, {"zz", 'i'}});
+    EXPECT_FALSE(keywords.ErrorOnPrevious());
+    EXPECT_FALSE(keywords.Alternative());
     keywords.Get(number, "a");
     EXPECT_TRUE(keywords.Alternative());
     EXPECT_EQ(EndOf(keywords), "keyword error on a");
@@ -401,15 +389,15 @@ TEST(omu_Arguments, ReadsBackWhatWasPut) {
     list(cow_List<double>(0.1, 2));
     list(cow_List<cow_String>("a", ""));
     list(cow_List<atr_String>("a"));
-    const auto table = [](auto elements) {
-        elements.Get(1, 2) = elements.ConstGet(0, 0);
+    const auto table = [](const auto& last) {
+        cow_2DArray<std::decay_t<decltype(last)>> elements(2, 3);
+        elements.Get(1, 2) = last;
         ExpectPutAndGot(elements, [&](const auto& got) {
-            return got.Rows() == 2 && got.Cols() == 3 &&
-                   got.ConstGet(1, 2) == elements.ConstGet(1, 2);
+            return got.Rows() == 2 && got.Cols() == 3 && got.ConstGet(1, 2) == last;
         });
     };
-    table(cow_2DArray<double>(2, 3));
-    table(cow_2DArray<cow_String>(2, 3));
+    table(0.5);
+    table(cow_String("last"));
     cow_Map<cow_String, float> map;
     map.Insert("x", 0.5f);
     ExpectPutAndGot(map,
@@ -542,13 +530,12 @@ TEST(omu_Arguments, ReadsNestedArgumentsAsTheModelDoes) {
     EXPECT_GT(atDepth, test_Rounds(500));
 }
 
-/// ((0, 0, 0), (1, "x", 2)) in kinds.
-const Nested kPoints{
-    't', {{'t', {{'i', {}}, {'i', {}}, {'i', {}}}}, {'t', {{'i', {}}, {'s', {}}, {'i', {}}}}}};
+/// Points of which the second has a text in the middle.
+omu_PrimList Points() { return List(List(I(0), I(0), I(7)), List(I(1), S("x"), I(2))); }
 
 TEST(omu_Arguments, ReadsTuplesLikeArguments) {
     omu_Arguments call;
-    call.Put(ValueOf(kPoints), "points");
+    call.Put(Points(), "points");
     omu_PrimTuple points;
     call.DeprecatedGet(points, "points", "vertices");
     EXPECT_EQ(EndOf(call), "");
@@ -565,7 +552,7 @@ TEST(omu_Arguments, ReadsTuplesLikeArguments) {
     omu_Get(points, table);
     EXPECT_EQ(EndOf(points), "points[1][0]; found int, expecting sequence of Doubles");
     omu_Arguments byPosition;
-    byPosition.Put(ValueOf(kPoints));
+    byPosition.Put(Points());
     omu_Get(byPosition, table);
     EXPECT_EQ(EndOf(byPosition), "arg1[1][1]; found string, expecting float");
     row.Get(number);
@@ -590,35 +577,23 @@ TEST(omu_Get, NamesTheElementOfATable) {
     const auto readTable = [&](omu_Arguments& call) { omu_Get(call, table, "points"); };
     const auto readIntegers = [&](omu_Arguments& call) { omu_Get(call, integers, "points"); };
     const auto readRows = [&](omu_Arguments& call) { omu_GetIrregular(call, rows, "points"); };
-    const omu_NewPrim points = ValueOf(kPoints);
-    EXPECT_EQ(end(readTable, *points), "points[1][1]; found string, expecting float");
-    EXPECT_EQ(end(readIntegers, *points), "points[1][1]; found string, expecting int");
-    EXPECT_EQ(end(readRows, *points), "points[1][1]; found string, expecting int");
+    EXPECT_EQ(end(readTable, Points()), "points[1][1]; found string, expecting float");
+    EXPECT_EQ(end(readIntegers, Points()), "points[1][1]; found string, expecting int");
+    EXPECT_EQ(end(readRows, Points()), "points[1][1]; found string, expecting int");
     EXPECT_EQ(end(readTable, 1), "points; found int, expecting 2D sequence of Doubles");
     EXPECT_EQ(end(readIntegers, cow_List<int>(1, 2)),
               "points[0]; found int, expecting sequence of Integers");
-    omu_PrimList ragged;
-    ragged.Append(omu_NewPrimitive(cow_List<int>(1, 2)).release());
-    ragged.Append(omu_NewPrimitive(cow_List<int>(3)).release());
+    const omu_PrimList ragged = List(List(I(1), I(2)), List(I(3)));
     EXPECT_EQ(end(readIntegers, ragged), "points; found list, expecting 2D sequence of Integers");
     EXPECT_EQ(end(readRows, ragged), "");
     EXPECT_TRUE(rows.Length() == 2 && rows[0][1] == 2 && rows[1][0] == 3);
     EXPECT_EQ(integers.Rows(), 0);
 
     test_SetVariable("ZRX_DBG_PRIMARRAY", "1");
-    testing::internal::CaptureStderr();
-    EXPECT_NE(end(readTable, 1), "");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "error getting 2D sequence of Doubles\n");
+    EXPECT_EQ(PrintedBy([&] { EXPECT_NE(end(readTable, 1), ""); }),
+              "error getting 2D sequence of Doubles\n");
     test_SetVariable("ZRX_DBG_PRIMARRAY", nullptr);
 }
-
-/// An application object of type "Arrow".
-class Arrow : public omu_InterfaceObj {
-  public:
-    cow_String TypeString() const override { return "Arrow"; }
-    bool operator==(const omu_Primitive& other) const override { return this == &other; }
-    Arrow* Copy() const override { return new Arrow(*this); }
-};
 
 TEST(omu_Arguments, AnswersObjectsOrTheDefault) {
     omu_Arguments call;

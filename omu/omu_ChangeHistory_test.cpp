@@ -6,24 +6,11 @@
 
 #include "omu/omu_PrimNone.h"
 #include "omu/omu_TypeErrorException.h"
+#include "omu/omu_Values_test.h"
 
 namespace {
 
-/// As much of a tuple as the history looks at.
-class Change : public omu_Primitive {
-  public:
-    explicit Change(int changeNumber) : omu_Primitive(omu_PrimTag::kTuple), number(changeNumber) {}
-    [[nodiscard]] cow_String AsString(int) const override { return "change"; }
-    [[nodiscard]] bool operator==(const omu_Primitive& other) const override {
-        const auto* change = dynamic_cast<const Change*>(&other);
-        return change && number == change->number;
-    }
-    void Accept(omu_PrimVisitor*) const override {}
-    [[nodiscard]] Change* Copy() const override { return new Change(*this); }
-
-  private:
-    int number;
-};
+omu_PrimTuple Change(int number) { return omu_test::Tuple(omu_PrimNumber(number)); }
 
 TEST(omu_ChangeHistory, EachThreadTakesItsOwnChangesInOrder) {
     EXPECT_FALSE(omu_ChangeHistory::IsRecordingHere());

@@ -13,15 +13,14 @@
 
 #include "foundation/alloc/mem_Alloc.h"
 #include "foundation/coreutils/typ_DebugFlags.h"
-#include "omu/omu_CmdExceptions.h"
 #include "omu/omu_PrimBoolean.h"
-#include "omu/omu_PrimList.h"
-#include "omu/omu_PrimString.h"
-#include "omu/omu_PrimVisitor.h"
+#include "omu/omu_Values_test.h"
 #include "testing/test_Environment.h"
 #include "testing/test_Random.h"
 
 namespace {
+
+using namespace omu_test;
 
 constexpr auto kInt = omu_PrimNumber::INT;
 constexpr auto kFloat = omu_PrimNumber::FLOAT;
@@ -44,37 +43,11 @@ omu_PrimArray Counting(const Dims& dimensions) {
     return Array(dimensions, elements);
 }
 
-template <class... Values>
-omu_PrimList List(const Values&... values) {
-    omu_PrimList list;
-    (list.Append(values), ...);
-    return list;
-}
-
-omu_PrimNumber I(int number) { return number; }
-omu_PrimNumber U(unsigned number) { return number; }
-omu_PrimNumber F(float number) { return number; }
-omu_PrimNumber D(double number) { return number; }
-
-/// The text of the failure of `use`; "" when it does not fail.
-cow_String FailureOf(const std::function<void()>& use) {
-    try {
-        use();
-    } catch (const omu_ValueErrorException& failure) {
-        return failure.JournalMessage(KTSBasStringMode::Untranslated);
-    }
-    return {};
-}
-
 /// The text of the array made of `sequence`, or of the failure.
 cow_String TextFrom(const omu_PrimSequence& sequence) {
     cow_String text;
-    const cow_String failure = FailureOf([&] { text = omu_PrimArray(sequence).AsString(0); });
+    const cow_String failure = MessageOf([&] { text = omu_PrimArray(sequence).AsString(0); });
     return failure.IsEmpty() ? text : failure;
-}
-
-cow_String TextOf(const omu_Primitive* sequence) {
-    return std::unique_ptr<const omu_Primitive>(sequence)->AsString(0);
 }
 
 TEST(omu_PrimArray, HasFormTextAndCodeOfItsElements) {
@@ -152,10 +125,9 @@ TEST(omu_PrimArray, ChecksIndices) {
     };
     for (const Case& c : cases) {
         omu_PrimArray array = Counting(c.dimensions);
-        const auto failures = {
-            FailureOf([&] { static_cast<void>(array.ConstGetInt(c.i, c.j, c.k, c.l)); }),
-            FailureOf([&] { static_cast<void>(array.ConstGetItem(c.i, c.j, c.k, c.l)); }),
-            FailureOf([&] { array.SetItem(I(7), c.i, c.j, c.k, c.l); })};
+        const auto failures = {MessageOf([&] { return array.ConstGetInt(c.i, c.j, c.k, c.l); }),
+                               MessageOf([&] { return array.ConstGetItem(c.i, c.j, c.k, c.l); }),
+                               MessageOf([&] { array.SetItem(I(7), c.i, c.j, c.k, c.l); })};
         for (const cow_String& failure : failures) EXPECT_EQ(failure, c.message);
     }
     EXPECT_EQ(Counting({2, 3}).ConstGetInt(1, 2), 5);
@@ -232,9 +204,7 @@ TEST(omu_PrimArray, RefusesFormsBeforeAnythingIsAllocated) {
         {{-1, -1}, kInt, negative},
         {Dims(257, 1), kInt, kCannotAllocate},
         {{-1}, omu_PrimNumber::UINT, "PrimArray only INT, FLOAT, DOUBLE allowed"},
-        {{1},
-         static_cast<omu_PrimNumber::DataTypeEnm>(99),
-         "PrimArray only INT, FLOAT, DOUBLE allowed"},
+        {{1}, omu_PrimNumber::DataTypeEnm(99), "PrimArray only INT, FLOAT, DOUBLE allowed"},
     };
     const double element = 0;
     for (const Case& c : cases) {
@@ -243,7 +213,7 @@ TEST(omu_PrimArray, RefusesFormsBeforeAnythingIsAllocated) {
             largestRequest = std::max(largestRequest, bytes);
             return false;
         });
-        const cow_String failure = FailureOf([&] {
+        const cow_String failure = MessageOf([&] {
             omu_PrimArray(static_cast<int>(c.dimensions.size()), c.dimensions.data(), c.type,
                           &element);
         });
@@ -251,10 +221,10 @@ TEST(omu_PrimArray, RefusesFormsBeforeAnythingIsAllocated) {
         EXPECT_EQ(failure, c.message);
         EXPECT_LT(largestRequest, 200u) << "only the message";
     }
-    EXPECT_EQ(FailureOf([&] { omu_PrimArray(-1, nullptr, &element); }), negative);
-    EXPECT_EQ(FailureOf([] { omu_PrimArray(-1); }), negative);
-    EXPECT_EQ(FailureOf([] { omu_PrimArray(257); }), kCannotAllocate);
-    EXPECT_EQ(FailureOf([&] { omu_PrimArray(1, nullptr, &element); }), "omu_PrimArray ctor failed");
+    EXPECT_EQ(MessageOf([&] { omu_PrimArray(-1, nullptr, &element); }), negative);
+    EXPECT_EQ(MessageOf([] { omu_PrimArray(-1); }), negative);
+    EXPECT_EQ(MessageOf([] { omu_PrimArray(257); }), kCannotAllocate);
+    EXPECT_EQ(MessageOf([&] { omu_PrimArray(1, nullptr, &element); }), "omu_PrimArray ctor failed");
     EXPECT_THROW(static_cast<void>(Counting({kLargest, 0}).AsString(0)), std::length_error);
 }
 
@@ -262,9 +232,9 @@ TEST(omu_PrimArray, ReportsExhaustedMemoryWithItsOwnText) {
     const omu_PrimArray a = Counting({63});
     omu_PrimArray b = a;
     const mem_FailureHook before = mem_SetFailureHook([](std::size_t n) { return n == 252; });
-    const cow_String construction = FailureOf([] { Counting({63}); });
-    const cow_String writing = FailureOf([&] { b.SetItem(I(1), 0); });
-    const cow_String nested = FailureOf([&] { omu_PrimArray(List(a)); });
+    const cow_String construction = MessageOf([] { Counting({63}); });
+    const cow_String writing = MessageOf([&] { b.SetItem(I(1), 0); });
+    const cow_String nested = MessageOf([&] { omu_PrimArray(List(a)); });
     mem_SetFailureHook(before);
     EXPECT_EQ(construction, kCannotAllocate);
     EXPECT_EQ(writing, kCannotAllocate);
@@ -273,13 +243,12 @@ TEST(omu_PrimArray, ReportsExhaustedMemoryWithItsOwnText) {
 }
 
 TEST(omu_PrimArray, FirstDimensionHasItsOwnMessages) {
-    EXPECT_EQ(FailureOf([] { static_cast<void>(omu_PrimArray().Index(0)); }),
+    EXPECT_EQ(MessageOf([] { return omu_PrimArray().Index(0); }),
               "PrimArray index out of bounds: nd<1");
     for (const Dims& dimensions : {Dims{0}, Dims{0, 3}, Dims{2}, Dims{2, 3}}) {
         const omu_PrimArray array = Counting(dimensions);
-        EXPECT_EQ(FailureOf([&] { static_cast<void>(array.Index(2)); }),
-                  "PrimArray index out of bounds: [2]");
-        EXPECT_EQ(FailureOf([&] { static_cast<void>(array.Index(-1)); }),
+        EXPECT_EQ(MessageOf([&] { return array.Index(2); }), "PrimArray index out of bounds: [2]");
+        EXPECT_EQ(MessageOf([&] { return array.Index(-1); }),
                   "PrimArray index out of bounds: [-1]");
     }
     EXPECT_EQ(Counting({2, 0}).Index(1)->AsString(0), "array([], 'i')");
@@ -306,8 +275,7 @@ TEST(omu_PrimArray, IsMadeOfNestedSequences) {
               dimensions + "different num dims in child. nd=0, ndTemp=1, i=1");
     EXPECT_EQ(TextFrom(List(Counting({1, 1}), Counting({1, 1}), Counting({1}))),
               dimensions + "different num dims in child. nd=2, ndTemp=1, i=2");
-    EXPECT_EQ(TextFrom(List(omu_PrimString(cow_String("1")))),
-              dimensions + "Child not PrimSequence or PrimNumber");
+    EXPECT_EQ(TextFrom(List(S("1"))), dimensions + "Child not PrimSequence or PrimNumber");
     omu_PrimList deepest = List(I(1));
     for (int depth = 2; depth <= 256; ++depth) deepest = List(deepest);
     const omu_PrimArray deep(deepest);
@@ -367,10 +335,10 @@ TEST(omu_PrimArray, JoinsAsTheWiderTypeOrRefuses) {
     EXPECT_EQ(TextOf(integers.Concat(Counting({0}))), "array([0, 1], 'i')");
     EXPECT_EQ(TextOf(integers.Repeat(-1)), "array([], 'i')");
     EXPECT_EQ(TextOf(omu_PrimArray().Repeat(3)), "array([], 'i')");
-    EXPECT_EQ(FailureOf([&] { static_cast<void>(integers.Repeat(kLargest)); }), kCannotAllocate);
-    EXPECT_EQ(FailureOf([&] { static_cast<void>(integers.Repeat(300000000)); }), kCannotAllocate);
-    EXPECT_EQ(FailureOf([&] {
-                  static_cast<void>(integers.Concat(Counting({1, 2})));
+    EXPECT_EQ(MessageOf([&] { return integers.Repeat(kLargest); }), kCannotAllocate);
+    EXPECT_EQ(MessageOf([&] { return integers.Repeat(300000000); }), kCannotAllocate);
+    EXPECT_EQ(MessageOf([&] {
+                  return integers.Concat(Counting({1, 2}));
               }),
               "PrimArray arrays of different dimensions can't be joined");
     EXPECT_THROW(omu_PrimTuple(Counting({kLargest, 0})), omu_ValueErrorException);
@@ -380,9 +348,8 @@ TEST(omu_PrimArray, EqualityComparesElementsByValueAndLogsTheCause) {
     typ_DebugFlags::SetLevel(19, 2);
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const auto logOf = [](const omu_PrimArray& a, const omu_PrimArray& b) {
-        testing::internal::CaptureStderr();
-        const bool isEqual = a == b;
-        const std::string log = testing::internal::GetCapturedStderr();
+        bool isEqual = false;
+        const std::string log = PrintedBy([&] { isEqual = a == b; });
         EXPECT_EQ(isEqual, log.empty()) << log;
         return log;
     };
@@ -395,9 +362,7 @@ TEST(omu_PrimArray, EqualityComparesElementsByValueAndLogsTheCause) {
     EXPECT_EQ(logOf(Counting({2, 2}), Array<int>({2, 2}, {0, 1, 2, 4})),
               "PrimArray. different Index(1). array([2, 3], 'i') != array([2, 4], 'i')\n");
     typ_DebugFlags::SetLevel(19, 1);
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(Counting({2}) == Counting({3}));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(PrintedBy([] { EXPECT_FALSE(Counting({2}) == Counting({3})); }), "");
     typ_DebugFlags::SetLevel(19, 0);
 }
 
@@ -416,17 +381,17 @@ std::string Numbered(std::string text, int last) {
 TEST(omu_PrimArray, TracesConstructionBlocksAndCodes) {
     const int last = omu_PrimArrayData(0).SerialNumber();
     test_SetVariable("ZRX_DBG_PRIMARRAY", "1");
-    testing::internal::CaptureStderr();
-    {
-        const omu_PrimArray a(List(I(1), D(2)));
-        omu_PrimArray b;
-        b = a;
-        b.SetPyType('x');
-        const int extent = 0;
-        const omu_PrimArray c(1, &extent, kFloat, &extent);
-    }
-    { omu_PrimArrayData(nullptr, 8); }
-    const std::string trace = testing::internal::GetCapturedStderr();
+    const std::string trace = PrintedBy([] {
+        {
+            const omu_PrimArray a(List(I(1), D(2)));
+            omu_PrimArray b;
+            b = a;
+            b.SetPyType('x');
+            const int extent = 0;
+            const omu_PrimArray c(1, &extent, kFloat, &extent);
+        }
+        omu_PrimArrayData(nullptr, 8);
+    });
     test_SetVariable("ZRX_DBG_PRIMARRAY", nullptr);
     EXPECT_EQ(trace,
               Numbered("omu_PrimArray() 6\n"
@@ -460,7 +425,7 @@ TEST(omu_PrimArray_Kept, ComparisonWithAnotherKindPrints) {
 
 TEST(omu_PrimArray_Kept, NoDataIsRefusedWithoutElementsToo) {
     const int none = 0;
-    EXPECT_EQ(FailureOf([&] { omu_PrimArray(1, &none, static_cast<const int*>(nullptr)); }),
+    EXPECT_EQ(MessageOf([&] { omu_PrimArray(1, &none, static_cast<const int*>(nullptr)); }),
               "omu_PrimArray ctor failed - no data");
 }
 
@@ -483,10 +448,9 @@ TEST(omu_PrimArray_Kept, IntegersWithSinglesBecomeSingles) {
 TEST(omu_PrimArray_Kept, TheFirstElementOfNoneHasItsOwnMessage) {
     for (const Dims& dimensions : {Dims{0}, Dims{0, 3}}) {
         const omu_PrimArray array = Counting(dimensions);
-        EXPECT_EQ(FailureOf([&] { static_cast<void>(array.Index(0)); }),
+        EXPECT_EQ(MessageOf([&] { return array.Index(0); }),
                   "PrimArray ConstGetNumericItem failed");
-        EXPECT_EQ(FailureOf([&] { static_cast<void>(array.Index(1)); }),
-                  "PrimArray index out of bounds: [1]");
+        EXPECT_EQ(MessageOf([&] { return array.Index(1); }), "PrimArray index out of bounds: [1]");
     }
 }
 

@@ -121,18 +121,14 @@ TEST(omu_PrimDictionary, NestingIsBoundedAndCounted) {
 
     omu_PrimIntDictionary doubled;
     int levels = 0;
-    const auto twice = [&doubled, &levels] {
-        omu_PrimIntDictionary next;
-        next.Insert(0, doubled);
-        next.Insert(1, doubled);
-        doubled = next;
-        ++levels;
+    const auto doubleForEver = [&doubled, &levels] {
+        for (;; ++levels) {
+            omu_PrimIntDictionary next;
+            for (const int key : {0, 1}) next.Insert(key, doubled);
+            doubled = next;
+        }
     };
-    EXPECT_THROW(
-        {
-            for (;;) twice();
-        },
-        omu_ValueErrorException);
+    EXPECT_THROW(doubleForEver(), omu_ValueErrorException);
     EXPECT_EQ(levels, 26) << "2^27 - 1 nodes";
 }
 

@@ -10,7 +10,7 @@
 #include "omu/omu_CmdExceptions.h"
 #include "omu/omu_PrimNumber.h"
 #include "omu/omu_TypeErrorException.h"
-#include "testing/test_FailingAllocator.h"
+#include "testing/test_Failures.h"
 #include "testing/test_Random.h"
 
 namespace {
@@ -104,21 +104,11 @@ TEST(omu_PrimList, RefusedChangesLeaveTheListAsItWas) {
     EXPECT_EQ(list.AsString(0), before);
 
     const omu_PrimList shared = list;
-    for (int failing = 1;; ++failing) {
+    for (int n = 1; n == 1 || test_FailingAllocator::HasFailed(); ++n) {
         omu_PrimList changed = shared;
         auto* const value = new omu_PrimNumber(-1);
-        bool failed = false;
-        {
-            const test_FailingAllocator allocator(failing);
-            try {
-                changed.Insert(20, value);
-            } catch (const std::bad_alloc&) {
-                failed = true;
-            }
-            if (!test_FailingAllocator::HasFailed()) break;
-        }
-        if (failed) {
-            EXPECT_EQ(changed.AsString(0), before) << failing;
+        if (test_Fails(test_Failing::kRequests, n, [&] { changed.Insert(20, value); })) {
+            EXPECT_EQ(changed.AsString(0), before) << n;
         }
     }
 }

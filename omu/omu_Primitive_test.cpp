@@ -11,8 +11,6 @@
 
 #include "foundation/shared/cls_ClassRegistrar.h"
 #include "omu/KTSOvuOmu.h"
-#include "omu/omu_CmdExceptions.h"
-#include "omu/omu_InterfaceObj.h"
 #include "omu/omu_PrimBoolean.h"
 #include "omu/omu_PrimComplex.h"
 #include "omu/omu_PrimDictionary.h"
@@ -20,25 +18,17 @@
 #include "omu/omu_PrimException.h"
 #include "omu/omu_PrimExpr.h"
 #include "omu/omu_PrimNone.h"
-#include "omu/omu_PrimNumber.h"
 #include "omu/omu_PrimPath.h"
-#include "omu/omu_PrimString.h"
 #include "omu/omu_PrimType.h"
 #include "omu/omu_PrimVisitor.h"
 #include "omu/omu_PrimWrapper.h"
 #include "omu/omu_PyObjectWrapper.h"
 #include "omu/omu_TextRepr.h"
+#include "omu/omu_Values_test.h"
 
 namespace {
 
-class Arrow : public omu_InterfaceObj {
-  public:
-    [[nodiscard]] cow_String TypeString() const override { return "Arrow"; }
-    [[nodiscard]] bool operator==(const omu_Primitive& other) const override {
-        return dynamic_cast<const Arrow*>(&other) != nullptr;
-    }
-    [[nodiscard]] Arrow* Copy() const override { return new Arrow(*this); }
-};
+using omu_test::Arrow;
 
 /// Notes the tag of the kind that it was sent to.
 class TagVisitor : public omu_PrimVisitor {

@@ -2,14 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
+#include "omu/omu_Values_test.h"
 
-namespace {
-
-/// The text of a result.
-cow_String TextOf(omu_Primitive* result) {
-    return std::unique_ptr<omu_Primitive>(result)->AsRepr();
-}
+using omu_test::TextOf;
 
 TEST(omu_ReturnPrim, MakesTuplesAndDictionaries) {
     EXPECT_EQ(TextOf(omu_ReturnPrim(7)), "7");
@@ -27,5 +22,3 @@ TEST(omu_ReturnPrim, MakesTuplesAndDictionaries) {
     map.Insert("x", values);
     EXPECT_EQ(TextOf(omu_ReturnPrim(map)), "{'x': ((0.0, 0.5),)}");
 }
-
-}  // namespace
