@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 #include "cow/cow_ArrayCOW.h"
 #include "cow/cow_DetachCount.h"
 #include "testing/test_Failures.h"

@@ -13,7 +13,6 @@
 #include "omu/omu_Get.h"
 #include "omu/omu_PrimEnum.h"
 #include "omu/omu_PrimNone.h"
-#include "omu/omu_PyObjectWrapper.h"
 #include "omu/omu_TypeErrorException.h"
 #include "omu/omu_Values_test.h"
 #include "testing/test_Environment.h"

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstring>
 #include <functional>
 #include <limits>
@@ -314,6 +313,7 @@ TEST(omu_PrimArray, AgreesWithTheFlatElements) {
         EXPECT_TRUE(omu_PrimArray(nested) == array);
         EXPECT_TRUE(is(rows(0, cut), array.Slice(-3, cut)));
         EXPECT_TRUE(is(rows(cut, length), array.Slice(cut, 99)));
+        EXPECT_TRUE(is(rows(cut, cut), array.Slice(cut, -3)));
         EXPECT_TRUE(is(array, rows(0, cut).Concat(rows(cut, length))));
         const std::unique_ptr<omu_PrimArray> twice(array.Repeat(2));
         EXPECT_TRUE(is(*twice, array.Concat(nested)));
@@ -337,10 +337,11 @@ TEST(omu_PrimArray, JoinsAsTheWiderTypeOrRefuses) {
     EXPECT_EQ(TextOf(omu_PrimArray().Repeat(3)), "array([], 'i')");
     EXPECT_EQ(MessageOf([&] { return integers.Repeat(kLargest); }), kCannotAllocate);
     EXPECT_EQ(MessageOf([&] { return integers.Repeat(300000000); }), kCannotAllocate);
-    EXPECT_EQ(MessageOf([&] {
-                  return integers.Concat(Counting({1, 2}));
-              }),
-              "PrimArray arrays of different dimensions can't be joined");
+    const omu_PrimArray square = Counting({2, 2});
+    for (const omu_PrimArray& other : {integers, Counting({2, 1}), Counting({2, 2, 2})}) {
+        EXPECT_EQ(MessageOf([&] { return square.Concat(other); }),
+                  "PrimArray arrays of different dimensions can't be joined");
+    }
     EXPECT_THROW(omu_PrimTuple(Counting({kLargest, 0})), omu_ValueErrorException);
 }
 

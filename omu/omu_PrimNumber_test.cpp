@@ -4,7 +4,6 @@
 
 #include <cfloat>
 #include <clocale>
-#include <cmath>
 #include <cstring>
 #include <limits>
 #include <memory>
@@ -98,6 +97,7 @@ TEST(omu_PrimNumber, ElementsAreReadFromAnyAddress) {
 TEST(omu_PrimNumber_Kept, EqualityLooksAtBothFieldsAndNotAtTheType) {
     EXPECT_TRUE(omu_PrimNumber(1) == omu_PrimNumber(1.0));
     EXPECT_FALSE(omu_PrimNumber(5u) == omu_PrimNumber(5));
+    EXPECT_FALSE(omu_PrimNumber(5u) == omu_PrimNumber(6u));
     EXPECT_TRUE(omu_PrimNumber(0u) == omu_PrimNumber(-0.0));
     EXPECT_FALSE(omu_PrimNumber(kNan) == omu_PrimNumber(kNan));
 }

@@ -5,7 +5,6 @@
 #include <limits>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "omu/omu_PrimBoolean.h"
 #include "omu/omu_PrimEnum.h"

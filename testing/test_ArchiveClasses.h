@@ -24,51 +24,44 @@ struct test_Mixed {
 
     test_Mixed() = default;
     explicit test_Mixed(cls_ReadVisitor& visitor) {
-        visitor.Read("_text", text);
-        visitor.Read("_double", real);
-        visitor.Read("_bool", flag);
-        visitor.Read("_char", character);
-        visitor.Read("_uchar", byte);
-        visitor.Read("_short", small);
-        visitor.Read("_ushort", unsignedSmall);
-        visitor.Read("_int", number);
-        visitor.Read("_uint", unsignedNumber);
-        visitor.Read("_float", single);
-        visitor.Read("_label", label);
+        ForEachField(*this,
+                     [&visitor](const char* name, int, auto& field) { visitor.Read(name, field); });
         mode = visitor.ReadEnumAsInt("_mode");
     }
     void DBWrite(cls_WriteVisitor& visitor) const {
-        visitor.Write("_text", text);
-        visitor.Write("_double", real);
-        visitor.Write("_bool", flag);
-        visitor.Write("_char", character);
-        visitor.Write("_uchar", byte);
-        visitor.Write("_short", small);
-        visitor.Write("_ushort", unsignedSmall);
-        visitor.Write("_int", number);
-        visitor.Write("_uint", unsignedNumber);
-        visitor.Write("_float", single);
-        visitor.Write("_label", label);
+        ForEachField(*this, [&visitor](const char* name, int, const auto& field) {
+            visitor.Write(name, field);
+        });
         visitor.WriteEnumAsInt("_mode", mode);
     }
     static void Describe(cls_ClassRegistrar& registrar) {
         cls_ClassMetadata metadata("test_Mixed", TypeId(),
                                    [](cls_ReadVisitor& v) -> void* { return new test_Mixed(v); });
-        metadata.AddAttribute("_text", cls_KIND_STRING)
-            .AddAttribute("_double", cls_KIND_DOUBLE)
-            .AddAttribute("_bool", cls_KIND_BOOL)
-            .AddAttribute("_char", cls_KIND_CHAR)
-            .AddAttribute("_uchar", cls_KIND_UNSIGNED_CHAR)
-            .AddAttribute("_short", cls_KIND_SHORT)
-            .AddAttribute("_ushort", cls_KIND_UNSIGNED_SHORT)
-            .AddAttribute("_int", cls_KIND_INT)
-            .AddAttribute("_uint", cls_KIND_UNSIGNED_INT)
-            .AddAttribute("_float", cls_KIND_FLOAT)
-            .AddAttribute("_label", cls_KIND_TRANSLATED_STRING)
-            .AddAttribute("_mode", cls_KIND_ENUM)
-            .SetCowDtor([](void* object) { delete static_cast<test_Mixed*>(object); });
+        ForEachField(test_Mixed(), [&metadata](const char* name, int kind, const auto&) {
+            metadata.AddAttribute(name, kind);
+        });
+        metadata.AddAttribute("_mode", cls_KIND_ENUM).SetCowDtor([](void* object) {
+            delete static_cast<test_Mixed*>(object);
+        });
         registrar.AddClass(metadata);
     }
+
+    /// Calls `visit` with the name, the kind and the member of each field but the enumeration.
+    template <class Mixed, class Visit>
+    static void ForEachField(Mixed&& mixed, const Visit& visit) {
+        visit("_text", cls_KIND_STRING, mixed.text);
+        visit("_double", cls_KIND_DOUBLE, mixed.real);
+        visit("_bool", cls_KIND_BOOL, mixed.flag);
+        visit("_char", cls_KIND_CHAR, mixed.character);
+        visit("_uchar", cls_KIND_UNSIGNED_CHAR, mixed.byte);
+        visit("_short", cls_KIND_SHORT, mixed.small);
+        visit("_ushort", cls_KIND_UNSIGNED_SHORT, mixed.unsignedSmall);
+        visit("_int", cls_KIND_INT, mixed.number);
+        visit("_uint", cls_KIND_UNSIGNED_INT, mixed.unsignedNumber);
+        visit("_float", cls_KIND_FLOAT, mixed.single);
+        visit("_label", cls_KIND_TRANSLATED_STRING, mixed.label);
+    }
+
     friend bool operator==(const test_Mixed&, const test_Mixed&) = default;
 
     bool flag = false;
