@@ -248,40 +248,30 @@ TEST_F(mdl_RepositoryTest, WhateverCouldBeBuiltReadsBack) {
     EXPECT_EQ(NumberIn(loaded->extensions.ConstGet("repository").ConstGet()), 1);
 }
 
-/// Writes the record of a repository with the one entry "a", which `writeEntry` writes.
-template <class Write>
-void WriteRepository(cls_WriteVisitor& record, const Write& writeEntry) {
-    record.MakeBaseWriteObj(mdl_Extension::TypeId(), cls_Uid())->WriteNullObj("_value");
-    const auto body = record.MakeWriteObj("_extensions", 0, cls_Uid());
-    writeEntry(*body->MakeWriteMapString2Obj(1));
+std::string Word(int number) {
+    bio_Ofilter out;
+    out.Write(number);
+    return test_Hex(out);
+}
+
+/// The record of a repository with the identity `number` and, unless it is empty, one entry.
+std::string RepositoryRecord(int number, const std::string& entry) {
+    return "0d000a00 01" + Word(number) +
+           "01000a00 01 00000000 01000000 00"
+           "01000a00 01 00000000" +
+           (entry.empty() ? Word(0) + Word(1) : Word(1) + Word(1) + "01000000'a'" + entry);
 }
 
 // In each entry of the model a repository whose entry is a reference to the one before.
 TEST_F(mdl_RepositoryTest, ReferencesDoNotNestWithoutEnd) {
-    const mdl_Repository empty;
-    const auto repository = [&empty](cls_WriteMapObj<cow_String>& writer, const cow_String& name,
-                                     const cls_Uid& uid) {
-        return writer.MakeWriteObj(name, mdl_Repository::TypeId(), uid, &empty);
-    };
-    bio_Ofilter out;
-    idb_SaveRecord(out, Model::TypeId(), &empty, cls_Uid(), [&](cls_WriteVisitor& visitor) {
-        const auto body = visitor.MakeWriteObj("_extensions", 0, cls_Uid());
-        const auto model = body->MakeWriteMapString2Obj(1);
-        cls_Uid before = cls_Uid::AllocateUid();
-        for (int i = 0; i < 1000; ++i) {
-            const auto entry = repository(*model, cow_String(std::to_string(i)), cls_Uid());
-            WriteRepository(*entry, [&](auto& outer) {
-                const cls_Uid uid = cls_Uid::AllocateUid();
-                WriteRepository(*repository(outer, "a", uid), [&](auto& inner) {
-                    empty.DBWrite(*repository(inner, "a", before));
-                });
-                before = uid;
-            });
-        }
-    });
+    std::string record = Word(static_cast<int>(Model::TypeId())) +
+                         "01 00000000 01000a00 01 00000000" + Word(1000) + Word(1);
+    for (int i = 1; i <= 1000; ++i) {
+        const std::string own = RepositoryRecord(i + 1, RepositoryRecord(i, ""));
+        record += "04000000'" + std::to_string(1000 + i) + "'" + RepositoryRecord(0, own);
+    }
     std::string lines;
-    const auto loaded =
-        test_LoadDamaged<Model>(test_Stream(out.Data(), out.Data() + out.Size()), lines);
+    const auto loaded = test_LoadDamaged<Model>(test_Bytes(record), lines);
     int deepest = 0;
     for (const auto& [name, extension] : loaded->extensions) {
         deepest = std::max(deepest, extension->Depth());
