@@ -8,8 +8,12 @@ foreach(runtime IN ITEMS libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
     if(NOT EXISTS "${runtime_file}")
         message(FATAL_ERROR "${CMAKE_CXX_COMPILER} has no ${runtime}")
     endif()
-    configure_file("${runtime_file}" "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${runtime}" COPYONLY)
-    install(FILES "${runtime_file}" DESTINATION "${CMAKE_INSTALL_BINDIR}")
+    # Nine tenths of the C++ library's file are debug information.
+    set(beside_ours "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${runtime}")
+    file(MAKE_DIRECTORY "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+    execute_process(COMMAND ${CMAKE_STRIP} --strip-debug "${runtime_file}" -o "${beside_ours}"
+                    COMMAND_ERROR_IS_FATAL ANY)
+    install(FILES "${beside_ours}" DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT library)
 endforeach()
 
 # Debian has GoogleTest for the target as sources only.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
 #include <string>
@@ -34,7 +35,7 @@ TEST(KTSOvuGeomOrder, TheLoaderBringsEverythingUpAtLoadAndDownAtExit) {
     EXPECT_EQ(kTraceOfLoad, kUp);
     EXPECT_EXIT(
         {
-            test_PrintTrace();
+            test_SendTrace([](char letter) { std::fputc(letter, stderr); });
             std::exit(0);
         },
         testing::ExitedWithCode(0), kDown);

@@ -1,6 +1,5 @@
 #include "frame/KTSOvuGeomStages_test.h"
 
-#include <cstdio>
 #include <stdexcept>
 
 #include "ann/KTSOvuAnn.h"
@@ -23,11 +22,12 @@ namespace {
 constinit char trace[64] = {};
 constinit int calls = 0;
 constinit char failing = '\0';
-constinit bool printing = false;
+using Receiver = void (*)(char);
+constinit Receiver receive = nullptr;
 
 void Record(char letter) {
     trace[calls++] = letter;
-    if (printing) std::fputc(letter, stderr);
+    if (receive) receive(letter);
 }
 
 void Up(char letter, int& count) {
@@ -51,7 +51,10 @@ std::string test_TakeTrace() {
 
 void test_FailStage(char stage) { failing = stage; }
 
-void test_PrintTrace() { printing = true; }
+void test_SendTrace(void (*receiver)(char)) {
+    receive = receiver;
+    for (int i = 0; receive && i < calls; ++i) receive(trace[i]);
+}
 
 /// The counted pair of one stage.
 #define STAND_IN(stage, up, down)                          \

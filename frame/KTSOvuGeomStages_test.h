@@ -13,5 +13,6 @@ std::string test_TakeTrace();
 /// Lets the initialise of the letter `stage` throw; none for '\0'.
 void test_FailStage(char stage);
 
-/// Prints the letters of the calls that follow to standard error as well.
-void test_PrintTrace();
+/// Hands the letters of the calls so far and of all later ones to `receiver` as well; null ends it.
+/// Undecorated, so that a C program can see the library being unloaded.
+extern "C" void test_SendTrace(void (*receiver)(char letter));

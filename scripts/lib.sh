@@ -45,6 +45,9 @@ read_check_options() {
     [[ -e $build_dir/CMakeCache.txt ]] || fail "$build_dir is no build tree"
 }
 
+# Whether the build tree is one for Windows.
+is_for_windows() { grep -q '^CMAKE_TOOLCHAIN_FILE:.*mingw-w64' "$build_dir/CMakeCache.txt"; }
+
 # Compares the file LIST with the file ACTUAL, or replaces it by that under --update.
 compare_list() {
     if [[ $update == yes ]]; then

@@ -1,11 +1,26 @@
 /* Loads the library whose path is the argument and calls its undecorated entry points from C. */
 
-#include <dlfcn.h>
 #include <frame/KTSOvuGeomC.h>
 #include <stdint.h>
 #include <stdio.h>
 
-static void* library;
+#if defined(_WIN32)
+#include <windows.h>
+typedef HMODULE library_handle;
+typedef FARPROC address;
+static library_handle load(const char* path) { return LoadLibraryA(path); }
+static address look_up(library_handle of, const char* name) { return GetProcAddress(of, name); }
+static int unload(library_handle loaded) { return FreeLibrary(loaded) != 0; }
+#else
+#include <dlfcn.h>
+typedef void* library_handle;
+typedef void* address;
+static library_handle load(const char* path) { return dlopen(path, RTLD_NOW); }
+static address look_up(library_handle of, const char* name) { return dlsym(of, name); }
+static int unload(library_handle loaded) { return dlclose(loaded) == 0; }
+#endif
+
+static library_handle library;
 static int failures = 0;
 
 static void expect(int holds, const char* what) {
@@ -16,9 +31,10 @@ static void expect(int holds, const char* what) {
 
 /* Sets the function pointer at `function` to the entry point `name`; false when there is none. */
 static int find(const char* name, void* function) {
-    *(void**)function = dlsym(library, name);
-    expect(*(void**)function != NULL, name);
-    return *(void**)function != NULL;
+    const address found = look_up(library, name);
+    *(address*)function = found;
+    expect(found != NULL, name);
+    return found != NULL;
 }
 
 static void call_start_and_end(void) {
@@ -60,14 +76,14 @@ static void find_the_rest(void) {
 }
 
 int main(int argc, char** argv) {
-    library = argc == 2 ? dlopen(argv[1], RTLD_NOW) : NULL;
+    library = argc == 2 ? load(argv[1]) : NULL;
     if (!library) {
-        fprintf(stderr, "%s\n", argc == 2 ? dlerror() : "usage: entries LIBRARY");
+        fputs(argc == 2 ? "the library does not load\n" : "usage: entries LIBRARY\n", stderr);
         return 2;
     }
     call_start_and_end();
     call_rotations();
     find_the_rest();
-    dlclose(library);
+    expect(unload(library), "the library unloads");
     return failures;
 }
