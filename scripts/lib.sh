@@ -56,6 +56,6 @@ compare_list() {
         echo "updated $1"
     else
         diff -u --label "kept: $1" --label built "$1" "$2" ||
-            fail "$1 differs from what is built; if the change is meant, run scripts/$SELF --update"
+            fail "$1 differs from what is built; if the change is meant, run it again with --update"
     fi
 }
