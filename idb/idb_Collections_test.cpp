@@ -11,6 +11,7 @@
 #include "cow/cow_2DArrayArchive.h"
 #include "foundation/coreutils/atr_String.h"
 #include "foundation/shared/cls_FoundationClasses.h"
+#include "idb/idb_Archive.h"
 #include "idb/idb_ListPrim.h"
 #include "idb/idb_MapPrim.h"
 #include "idb/idb_MementoRead.h"
@@ -238,6 +239,27 @@ TEST(idb_ObjCollections, WritesCountColumnsKeysAndRecords) {
     ASSERT_TRUE(reader.Next());
     EXPECT_EQ(reader.ClassId(), 0u);
     EXPECT_FALSE(reader.Next());
+}
+
+// A collection whose record names a derived class still takes elements of the field's own.
+TEST(idb_ObjCollections, TakesElementsOfTheClassOfTheField) {
+    test_Classes classes;
+    classes.AddClass(
+        cls_ClassMetadata("Holder", 81)
+            .AddAttribute("_list", cls_KIND_COLLECTION, test_Mixed::TypeId(), cls_LIST_OBJ));
+    bio_Ofilter mixed;
+    idb_SaveObject(mixed, test_Mixed(), cls_Uid(), classes);
+    const auto bytes =
+        test_Bytes("51000000 01 00000000 0400f07f 01 00000000 01000000 01000000" + test_Hex(mixed));
+    bio_Ifilter in(bytes.data(), bytes.size());
+    idb_MementoRead record(in, classes, 81);
+    CaptureStderr();
+    const auto body = record.MakeReadObj("_list");
+    const auto reader = body->MakeReadListObj();
+    EXPECT_EQ(GetCapturedStderr(), "");
+    ASSERT_TRUE(reader->Next());
+    EXPECT_EQ(reader->ClassId(), test_Mixed::TypeId());
+    EXPECT_NE(reader->ConstGet(test_Mixed::TypeId()), nullptr);
 }
 
 // A record of an unknown class ends at its flag, so that the next one is found.
