@@ -1,7 +1,7 @@
-# Under the sanitizers, the library and the host are compiled with the standard headers precompiled.
-# That takes off a third of the time, and would hide an include that a source lacks: the other
-# presets show those.
-if(NOT KTSOVU_SANITIZE)
+# Under the sanitizers and for Windows, the library and the host are compiled with the standard
+# headers precompiled. That takes off a third of the time, and would hide an include that a source
+# lacks: the other presets show those.
+if(NOT KTSOVU_SANITIZE AND NOT WIN32)
     return()
 endif()
 
