@@ -1,7 +1,7 @@
 #pragma once
 
-#include <array>
-#include <memory>
+#include <optional>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -23,10 +23,15 @@ class clr_Body {
 
     [[nodiscard]] const clr_Box& Box() const noexcept { return tree.Box(); }
     [[nodiscard]] const clr_TriangleTree& Tree() const noexcept { return tree; }
-    /// The corners of the triangles.
-    [[nodiscard]] const std::vector<clr_Vec>& Vertices() const noexcept { return mesh.vertices; }
-    /// The edges of the triangles, each once, by the numbers of their ends.
-    [[nodiscard]] const std::vector<std::pair<int, int>>& Edges() const noexcept { return edges; }
+    using Edge = std::pair<int, int>;  ///< the numbers of its ends, the lower first
+    /// The corner of triangles that has this number.
+    [[nodiscard]] const clr_Vec& Vertex(int number) const noexcept {
+        return mesh.vertices[static_cast<std::size_t>(number)];
+    }
+    /// The corners and the edges of the triangles below a node of the tree, without those of a
+    /// triangle before them: over all leaves each comes once.
+    [[nodiscard]] std::span<const clr_Vec> VerticesOf(const clr_TriangleTree::Node& node) const;
+    [[nodiscard]] std::span<const Edge> EdgesOf(const clr_TriangleTree::Node& node) const;
 
     /// What lies about a point.
     enum class Side {
@@ -39,6 +44,9 @@ class clr_Body {
     /// The side of a point off the surface: inside where the winding number is above one half.
     /// Outside of the box nothing is inside.
     [[nodiscard]] Side SideOf(const clr_Vec& point) const;
+    /// The clear side that all points of a ball share; nothing where the surface comes into it or
+    /// some point may be on another side, or on none clearly.
+    [[nodiscard]] std::optional<Side> SideOf(const clr_Ball& ball) const;
     [[nodiscard]] static bool IsInside(Side side) noexcept {
         return side == Side::Inside || side == Side::UnclearInside;
     }
@@ -47,18 +55,28 @@ class clr_Body {
     }
 
   private:
-    /// Vertices in model space, each the corner of a triangle.
+    /// The same of a ball that is clear of the surface.
+    [[nodiscard]] std::optional<Side> ClearSideOf(const clr_Ball& ball) const;
+
+    /// The triangles in the order of the tree, by the numbers of vertices in model space; these are
+    /// numbered as the triangles come to them.
     struct Mesh {
         std::vector<clr_Vec> vertices;
         std::vector<clr_Winding::Corners> corners;
+        std::vector<int> firstVertex;  ///< the first new one of each triangle, and behind the last
 
-        explicit Mesh(const hst_Part& part);
-        [[nodiscard]] std::vector<clr_Triangle> Triangles() const;
-        [[nodiscard]] std::vector<std::pair<int, int>> Edges() const;
+        Mesh(const hst_Part& part, const clr_TriangleTree& tree);
+    };
+    /// The edges of a mesh as the triangles come to them.
+    struct Edges {
+        std::vector<Edge> ends;
+        std::vector<int> first;  ///< the first new one of each triangle, and behind the last
+
+        explicit Edges(const std::vector<clr_Winding::Corners>& corners);
     };
 
-    Mesh mesh;
-    std::vector<std::pair<int, int>> edges;
     clr_TriangleTree tree;
+    Mesh mesh;
+    Edges edges;
     clr_Winding winding;
 };

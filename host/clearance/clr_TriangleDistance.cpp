@@ -1,5 +1,8 @@
 #include "host/clearance/clr_TriangleDistance.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 /// The normal of a triangle, as long as twice its area; none where the triangle is a line.
@@ -196,4 +199,24 @@ std::optional<double> clr_FindCrossing(const clr_Vec& start, const clr_Vec& end,
         return std::nullopt;
     }
     return parameter;
+}
+
+std::optional<int> clr_PassingOf(const clr_Vec& start, const clr_Vec& direction,
+                                 const clr_Triangle& triangle) {
+    constexpr double kRoom = 1e-14;  // of the product of the lengths, some ten times the rounding
+    const clr_Vec a = triangle[0] - start;
+    const clr_Vec b = triangle[1] - start;
+    const clr_Vec c = triangle[2] - start;
+    const double reachSq = std::max({clr_LengthSq(a), clr_LengthSq(b), clr_LengthSq(c)});
+    const double beside[] = {clr_Dot(direction, clr_Cross(b, c)),
+                             clr_Dot(direction, clr_Cross(c, a)),
+                             clr_Dot(direction, clr_Cross(a, b))};
+    const double room = kRoom * clr_Length(direction) * reachSq;
+    const auto [least, most] = std::minmax_element(std::begin(beside), std::end(beside));
+    if (*least<-room&& * most> room) return 0;
+    if (!(*least > room || *most < -room)) return std::nullopt;
+    const double volume = clr_Dot(a, clr_Cross(b, c));  // of the same sign when it lies ahead
+    if (!(std::abs(volume) > kRoom * reachSq * std::sqrt(reachSq))) return std::nullopt;
+    const int side = *least > 0 ? 1 : -1;
+    return (volume > 0) == (side > 0) ? side : 0;
 }

@@ -34,3 +34,8 @@ bool clr_FindNearest(const clr_Vec& point, const clr_Triangle& triangle, clr_Nea
 /// an edge it passes too, so that it passes one at least of two triangles with a common edge.
 [[nodiscard]] std::optional<double> clr_FindCrossing(const clr_Vec& start, const clr_Vec& end,
                                                      const clr_Triangle& triangle);
+
+/// How a ray passes the face of a triangle: 1 from behind, -1 from before it, 0 when it misses;
+/// nothing where rounding decides that, beside an edge or by the start of the ray.
+[[nodiscard]] std::optional<int> clr_PassingOf(const clr_Vec& start, const clr_Vec& direction,
+                                               const clr_Triangle& triangle);

@@ -38,6 +38,32 @@ int LongestAxis(const clr_Box& box) noexcept {
     return size.y >= size.z ? 1 : 2;
 }
 
+/// A ray in a direction along which hardly a mesh has edges.
+class Ray {
+  public:
+    explicit Ray(const clr_Vec& from) noexcept : start(from) {}
+
+    [[nodiscard]] std::optional<int> PassingOf(const clr_Triangle& triangle) const {
+        return clr_PassingOf(start, kDirection, triangle);
+    }
+    /// Whether the ray comes into the box, with room for rounding.
+    [[nodiscard]] bool Meets(const clr_Box& box) const noexcept {
+        constexpr double kRoom = 1 + 1e-14;
+        const double enters =
+            std::max({(box.low.x - start.x) / kDirection.x, (box.low.y - start.y) / kDirection.y,
+                      (box.low.z - start.z) / kDirection.z, 0.0});
+        const double leaves =
+            std::min({(box.high.x - start.x) / kDirection.x, (box.high.y - start.y) / kDirection.y,
+                      (box.high.z - start.z) / kDirection.z});
+        return leaves >= 0 && enters <= kRoom * leaves;
+    }
+
+  private:
+    static constexpr clr_Vec kDirection{0.3617, 0.8241, 0.4359};  // all upward
+
+    clr_Vec start;
+};
+
 }  // namespace
 
 clr_TriangleTree::clr_TriangleTree(const std::vector<clr_Triangle>& source) {
@@ -88,15 +114,20 @@ int clr_TriangleTree::Build(const std::vector<clr_Triangle>& source,
 
 bool clr_TriangleTree::PairLeaves(const Node& mine, const clr_TriangleTree& other,
                                   const Node& others, clr_Nearest& nearest) const {
+    std::array<clr_Box, LEAF_TRIANGLES> otherBoxes;
+    for (int j = 0; j < others.count; ++j) {
+        otherBoxes[static_cast<std::size_t>(j)] =
+            BoxOf(other.triangles[static_cast<std::size_t>(others.first + j)]);
+    }
     bool improved = false;
     for (int i = mine.first; i < mine.first + mine.count; ++i) {
         const clr_Triangle& first = triangles[static_cast<std::size_t>(i)];
         const clr_Box box = BoxOf(first);
         if (!(box.DistanceSq(others.box) < nearest.distanceSq)) continue;
-        for (int j = others.first; j < others.first + others.count; ++j) {
-            const clr_Triangle& second = other.triangles[static_cast<std::size_t>(j)];
-            if (box.DistanceSq(BoxOf(second)) < nearest.distanceSq) {
-                improved |= clr_FindNearest(first, second, nearest);
+        for (int j = 0; j < others.count; ++j) {
+            if (box.DistanceSq(otherBoxes[static_cast<std::size_t>(j)]) < nearest.distanceSq) {
+                improved |= clr_FindNearest(
+                    first, other.triangles[static_cast<std::size_t>(others.first + j)], nearest);
             }
         }
     }
@@ -145,7 +176,7 @@ bool clr_TriangleTree::FindNearest(const clr_Vec& point, double enoughSq,
     bool improved = false;
     Pending<Entry> pending;
     pending.Push({Box().DistanceSq(point), 0});
-    while (!pending.IsEmpty() && nearest.distanceSq > enoughSq) {
+    while (!pending.IsEmpty() && !(improved && nearest.distanceSq <= enoughSq)) {
         const Entry entry = pending.Pop();
         if (!(entry.distanceSq < nearest.distanceSq)) continue;
         const Node& node = At(entry.node);
@@ -186,4 +217,25 @@ void clr_TriangleTree::AddCrossings(const clr_Vec& start, const clr_Vec& end,
             if (crossing) parameters.push_back(*crossing);
         }
     }
+}
+
+std::optional<int> clr_TriangleTree::CountPassings(const clr_Vec& point) const {
+    const Ray ray(point);
+    int count = 0;
+    for (int index = 0; index < static_cast<int>(nodes.size());) {
+        const Node& node = At(index);
+        if (!ray.Meets(node.box)) {
+            index = node.after;
+            continue;
+        }
+        if (node.IsLeaf()) {
+            for (int i = node.first; i < node.first + node.count; ++i) {
+                const auto passing = ray.PassingOf(triangles[static_cast<std::size_t>(i)]);
+                if (!passing) return std::nullopt;
+                count += *passing;
+            }
+        }
+        ++index;
+    }
+    return count;
 }

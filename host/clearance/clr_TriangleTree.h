@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 #include "host/clearance/clr_TriangleDistance.h"
@@ -30,6 +31,11 @@ class clr_TriangleTree {
     explicit clr_TriangleTree(const std::vector<clr_Triangle>& triangles);
 
     [[nodiscard]] const std::vector<Node>& Nodes() const noexcept { return nodes; }
+    [[nodiscard]] const Node& At(int node) const noexcept {
+        return nodes[static_cast<std::size_t>(node)];
+    }
+    /// The first child of a node that is no leaf.
+    [[nodiscard]] static int LeftOf(int node) noexcept { return node + 1; }
     /// The triangles in the order of the tree.
     [[nodiscard]] const std::vector<clr_Triangle>& Triangles() const noexcept { return triangles; }
     /// The number that the triangle at `position` of the tree's order was given with.
@@ -42,20 +48,19 @@ class clr_TriangleTree {
     /// holds; true when they were.
     bool FindNearest(const clr_TriangleTree& other, clr_Nearest& nearest) const;
     /// Puts `point` and the point of the surface nearest to it into `nearest` when they are nearer
-    /// than what it holds. Leaves the search as soon as a point no farther than the square root of
-    /// `enoughSq` is found.
+    /// than what it holds; true when they were. Leaves the search as soon as a point no farther
+    /// than the square root of `enoughSq` is found.
     bool FindNearest(const clr_Vec& point, double enoughSq, clr_Nearest& nearest) const;
     /// Adds to `parameters` where the segment from `start` to `end` passes a triangle, in no order.
     void AddCrossings(const clr_Vec& start, const clr_Vec& end,
                       std::vector<double>& parameters) const;
+    /// How often a ray from `point` passes triangles from behind less how often from before: the
+    /// winding number of a closed surface. Nothing where rounding decides.
+    [[nodiscard]] std::optional<int> CountPassings(const clr_Vec& point) const;
 
   private:
     int Build(const std::vector<clr_Triangle>& source, const std::vector<clr_Vec>& centers,
               int first, int count);
-    [[nodiscard]] int LeftOf(int node) const noexcept { return node + 1; }
-    [[nodiscard]] const Node& At(int node) const noexcept {
-        return nodes[static_cast<std::size_t>(node)];
-    }
     bool PairLeaves(const Node& mine, const clr_TriangleTree& other, const Node& others,
                     clr_Nearest& nearest) const;
 

@@ -37,6 +37,11 @@ struct clr_Vec {
 /// The corners of a triangle; counter-clockwise as seen from outside the part.
 using clr_Triangle = std::array<clr_Vec, 3>;
 
+struct clr_Ball {
+    clr_Vec center;
+    double radius = 0;
+};
+
 /// An axis-aligned box; empty (low above high) until something is added.
 struct clr_Box {
     clr_Vec low{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity(),
@@ -56,7 +61,17 @@ struct clr_Box {
         return p.x >= low.x && p.x <= high.x && p.y >= low.y && p.y <= high.y && p.z >= low.z &&
                p.z <= high.z;
     }
+    [[nodiscard]] bool Contains(const clr_Ball& ball) const noexcept {
+        const clr_Vec reach{ball.radius, ball.radius, ball.radius};
+        return Contains(ball.center - reach) && Contains(ball.center + reach);
+    }
     [[nodiscard]] double DiagonalSq() const noexcept { return clr_LengthSq(high - low); }
+
+    /// The ball through the corners, with room for rounding.
+    [[nodiscard]] clr_Ball CircumscribedBall() const noexcept {
+        constexpr double kRoom = 1 + 1e-12;
+        return {0.5 * (low + high), 0.5 * kRoom * std::sqrt(DiagonalSq())};
+    }
 
     /// The squared distance of the nearest points of two boxes, 0 when they meet.
     [[nodiscard]] double DistanceSq(const clr_Box& other) const noexcept {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <numbers>
 
 /// A sum of angles that are given as complex numbers: these are multiplied, which takes a fraction
@@ -42,8 +43,19 @@ class clr_Winding::AngleSum {
 
 clr_Winding::clr_Winding(const clr_TriangleTree& surface, const std::vector<Corners>& corners,
                          const std::vector<clr_Vec>& positions)
-    : tree(surface), vertices(positions), fans(surface.Nodes().size()) {
-    CloseNodes(0, corners);
+    : tree(surface),
+      vertices(positions),
+      fans(surface.Nodes().size()),
+      caps(StepsOf(CloseNodes(0, corners)), positions) {}
+
+std::vector<clr_SeamCaps::Step> clr_Winding::StepsOf(const Boundary& boundary) {
+    std::vector<clr_SeamCaps::Step> steps;
+    for (const Edge& edge : boundary) {
+        const clr_SeamCaps::Step step = edge.count > 0 ? clr_SeamCaps::Step(edge.to, edge.from)
+                                                       : clr_SeamCaps::Step(edge.from, edge.to);
+        steps.insert(steps.end(), static_cast<std::size_t>(std::abs(edge.count)), step);
+    }
+    return steps;
 }
 
 clr_Winding::Boundary clr_Winding::CloseNodes(int node, const std::vector<Corners>& corners) {
@@ -63,7 +75,7 @@ clr_Winding::Boundary clr_Winding::BoundaryOfLeaf(const clr_TriangleTree::Node& 
                                                   const std::vector<Corners>& corners) const {
     Boundary boundary;
     for (int i = leaf.first; i < leaf.first + leaf.count; ++i) {
-        const Corners& corner = corners[static_cast<std::size_t>(tree.Original(i))];
+        const Corners& corner = corners[static_cast<std::size_t>(i)];
         for (std::size_t k = 0; k < 3; ++k) {
             const int from = corner[k];
             const int to = corner[(k + 1) % 3];
@@ -130,6 +142,14 @@ double clr_Winding::At(const clr_Vec& point) const {
         index = takesFan ? static_cast<std::size_t>(node.after) : index + 1;
     }
     return sum.Turns();
+}
+
+std::optional<int> clr_Winding::WholeAt(const clr_Ball& ball, double mostFraction) const {
+    if (!(caps.MostWinding(ball) <= mostFraction)) return std::nullopt;
+    const auto number = tree.CountPassings(ball.center);
+    const auto ofCaps = caps.CountPassings(ball.center);
+    if (number && ofCaps) return *number + *ofCaps;
+    return static_cast<int>(std::round(At(ball.center)));
 }
 
 void clr_Winding::AddLeaf(const clr_TriangleTree::Node& leaf, const clr_Vec& point,

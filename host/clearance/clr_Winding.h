@@ -1,8 +1,10 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <vector>
 
+#include "host/clearance/clr_SeamCaps.h"
 #include "host/clearance/clr_TriangleTree.h"
 
 /// The winding number of a part's surface about points: the sum of the signed solid angles of its
@@ -18,14 +20,18 @@ class clr_Winding {
   public:
     using Corners = std::array<int, 3>;
 
-    /// `corners` holds the vertex numbers of every triangle of `surface`, in the order in which the
-    /// tree was given them. The tree and the positions outlive the object.
+    /// `corners` holds the vertex numbers of every triangle of `surface`, in the order of the tree.
+    /// The tree and the positions outlive the object.
     clr_Winding(const clr_TriangleTree& surface, const std::vector<Corners>& corners,
                 const std::vector<clr_Vec>& positions);
 
     /// The winding number about `point`. On the surface itself it is a value between those of the
     /// two sides.
     [[nodiscard]] double At(const clr_Vec& point) const;
+    /// The whole number from which the winding numbers of all points of a ball that is clear of the
+    /// surface differ by no more than `mostFraction`, which is below one half; nothing where there
+    /// may be none, near wide seams. This takes about the logarithm of the triangles.
+    [[nodiscard]] std::optional<int> WholeAt(const clr_Ball& ball, double mostFraction) const;
 
   private:
     class AngleSum;
@@ -41,6 +47,7 @@ class clr_Winding {
         int count = -1;  ///< its edges; below 0 the node's triangles are taken instead
     };
 
+    static std::vector<clr_SeamCaps::Step> StepsOf(const Boundary& boundary);
     Boundary CloseNodes(int node, const std::vector<Corners>& corners);
     [[nodiscard]] Boundary BoundaryOfLeaf(const clr_TriangleTree::Node& leaf,
                                           const std::vector<Corners>& corners) const;
@@ -52,4 +59,5 @@ class clr_Winding {
     const std::vector<clr_Vec>& vertices;
     std::vector<Fan> fans;  ///< one a node
     std::vector<Edge> edges;
+    clr_SeamCaps caps;
 };

@@ -11,6 +11,7 @@
 #include "ann/annC_ViewportAnchor.h"
 #include "host/clearance/clr_Annotations.h"
 #include "host/clearance/clr_Arrangement.h"
+#include "host/clearance/clr_Body.h"
 #include "host/model/hst_Error.h"
 #include "host/tests/host_TestModels.h"
 
@@ -252,6 +253,54 @@ TEST(clr_Check, AgreesWithLoopsOverEverything) {
         ++seen[static_cast<std::size_t>(kind)];
     }
     EXPECT_THAT(seen, testing::Each(testing::Gt(2))) << "the models miss a kind";
+}
+
+/// A cube with a strip around it left out, of the width `slit`.
+hst_Part SlitBox(float slit) {
+    const float low = 2 - slit / 2;
+    const float high = 2 + slit / 2;
+    std::vector<float> positions;
+    for (const float z : {0.0f, low, high, 4.0f}) {
+        positions.insert(positions.end(), {0, 0, z, 4, 0, z, 4, 4, z, 0, 4, z});
+    }
+    std::vector<int> triangles = {0, 2, 1, 0, 3, 2, 12, 13, 14, 12, 14, 15};
+    for (const int ring : {0, 8}) {
+        for (int i = 0; i < 4; ++i) {
+            const int a = ring + i;
+            const int b = ring + (i + 1) % 4;
+            triangles.insert(triangles.end(), {a, b, b + 4, a, b + 4, a + 4});
+        }
+    }
+    return {"slit", gsl_Matrix(), positions, triangles};
+}
+
+// The quick ways to tell a side are bounds over caps, balls and rays; the sum is the meaning.
+TEST(clr_Body, TellsSidesAsTheSumOfSolidAnglesDoes) {
+    Random random(5);
+    hst_Part twice("twice", gsl_Matrix(), {0, 0, 0, 4, 0, 0, 0, 4, 0, 0, 0, 4},
+                   {0, 2, 1, 0, 1, 3, 1, 2, 3, 0, 3, 2, 0, 2, 1, 0, 1, 3, 1, 2, 3, 0, 3, 2});
+    int clearBalls = 0;
+    int openBalls = 0;
+    for (const hst_Part& part : {Ball("closed", {2, 2, 2}, random, false), twice, SlitBox(1e-4f),
+                                 Ball("open", {2, 2, 2}, random, true), SlitBox(1.5f),
+                                 Box("insideOut", {4, 4, 4}, {0, 0, 0})}) {
+        const clr_Body body(part);
+        for (int run = 0; run < 300; ++run) {
+            const clr_Vec point = clr_Vec{2, 2, 2} + RandomPoint(random, 2.5);
+            const bool isInside = body.Box().Contains(point) && DirectWinding(part, point) > 0.5;
+            EXPECT_EQ(clr_Body::IsInside(body.SideOf(point)), isInside) << part.Name();
+            const double radius = Uniform(random, 0, 1);
+            const auto side = body.SideOf(clr_Ball{point, radius});
+            ++(side ? clearBalls : openBalls);
+            for (int i = 0; side && i < 10; ++i) {
+                const clr_Vec way = RandomPoint(random);
+                const clr_Vec other = point + (radius / std::max(clr_Length(way), 1.0)) * way;
+                EXPECT_EQ(body.SideOf(other), *side) << part.Name();
+            }
+        }
+    }
+    EXPECT_GT(clearBalls, 500);
+    EXPECT_GT(openBalls, 500);
 }
 
 TEST(clr_Check, HoldsEveryBoundWithTheStatedStrictness) {
