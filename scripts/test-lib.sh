@@ -42,6 +42,18 @@ tests_of() {
     ((failed == 0)) || { echo "FAILED: ctest --preset $part" >&2; end "$failed"; }
 }
 
+# Builds the library for 64-bit Windows (preset windows, Debian's cross compiler) and checks what must
+# hold there, by the build and test presets named by the argument.
+windows_tests() {
+    tests_of windows "Preset windows" "$1"
+    step "Preset dev: building what Windows is compared with"
+    logged cmake --preset dev
+    logged cmake --build --preset dev --target ktsovu_fixed_set
+    check "The same results, texts and bytes as on Linux" scripts/check-same
+    check "Exported symbols of the DLLs" scripts/check-symbols --build-dir build/windows
+    check "An outside project uses the zip for Windows" scripts/check-consumer --build-dir build/windows
+}
+
 # The number that the report of CTest gives for tests, failures, disabled or skipped; one failure
 # when CTest left no report.
 count() {
