@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <random>
 
+#include "host/tests/host_DebianModels.h"
 #include "host/tests/host_Process.h"
 
 namespace {
@@ -47,17 +48,6 @@ int Number(const std::string& database, const char* sql) {
     sqlite3_close(connection);
     return number;
 }
-
-/// The folder of Debian's assimp-testmodels; "" when they are not there.
-std::string ModelFolder() {
-    const char* chosen = std::getenv("KTSOVU_MODELS");
-    const std::string folder = chosen ? chosen : KTSOVU_MODELS;
-    return std::filesystem::is_directory(folder) ? folder : "";
-}
-
-#define KTSOVU_REQUIRE_MODELS(folder)         \
-    const std::string folder = ModelFolder(); \
-    if (folder.empty()) GTEST_SKIP() << "NOT TESTED: no models in KTSOVU_MODELS=" KTSOVU_MODELS
 
 TEST(ktsovu, PrintsTheTableOfAModelAndOfItsDatabase) {
     const host_TemporaryFolder folder;
@@ -322,7 +312,7 @@ TEST(ktsovu, ShowsProgressOnATerminalOnly) {
 TEST(ktsovu, ReadsTheEngine) {
     KTSOVU_REQUIRE_MODELS(models);
     const host_TemporaryFolder folder;
-    const std::string engine = models + "/glTF2/2CylinderEngine-glTF-Binary/2CylinderEngine.glb";
+    const std::string engine = host_Engine(models);
     const std::string database = folder.Path("engine.db");
     const host_Outcome inspected = host_Run({"inspect", engine, "--save", database});
     EXPECT_THAT(inspected.out, HasSubstr("\ntotal: 67 parts                121496  "));

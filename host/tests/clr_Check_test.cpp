@@ -12,8 +12,12 @@
 #include "host/clearance/clr_Annotations.h"
 #include "host/clearance/clr_Arrangement.h"
 #include "host/clearance/clr_Body.h"
+#include "host/import/imp_ModelReader.h"
 #include "host/model/hst_Error.h"
+#include "host/model/hst_PartName.h"
+#include "host/tests/host_DebianModels.h"
 #include "host/tests/host_TestModels.h"
+#include "testing/test_Rounds.h"
 
 namespace {
 
@@ -153,16 +157,25 @@ TEST(clr_TriangleDistance, LetsNoSegmentSlipThroughACommonEdge) {
     }
 }
 
-/// The winding number by its definition.
-double DirectWinding(const hst_Part& part, const clr_Vec& p) {
-    double angle = 0;
-    const auto seen = [&](int vertex) {
-        const gsl_Point placed = part.PlacedVertex(vertex);
-        return clr_Vec{placed.GetX(), placed.GetY(), placed.GetZ()} - p;
-    };
+using Triangles = std::vector<clr_Triangle>;
+
+Triangles TrianglesOf(const hst_Part& part) {
+    Triangles triangles;
     for (int i = 0; i < part.TriangleCount(); ++i) {
-        const auto corner = part.Triangle(i);
-        const clr_Vec a = seen(corner[0]), b = seen(corner[1]), c = seen(corner[2]);
+        clr_Triangle& triangle = triangles.emplace_back();
+        for (std::size_t k = 0; k < 3; ++k) {
+            const gsl_Point p = part.PlacedVertex(part.Triangle(i)[k]);
+            triangle[k] = {p.GetX(), p.GetY(), p.GetZ()};
+        }
+    }
+    return triangles;
+}
+
+/// The winding number by its definition.
+double DirectWinding(const Triangles& part, const clr_Vec& p) {
+    double angle = 0;
+    for (const clr_Triangle& t : part) {
+        const clr_Vec a = t[0] - p, b = t[1] - p, c = t[2] - p;
         const double la = clr_Length(a), lb = clr_Length(b), lc = clr_Length(c);
         angle += 2 * std::atan2(clr_Dot(a, clr_Cross(b, c)), la * lb * lc + clr_Dot(a, b) * lc +
                                                                  clr_Dot(b, c) * la +
@@ -171,45 +184,33 @@ double DirectWinding(const hst_Part& part, const clr_Vec& p) {
     return angle / (4 * std::numbers::pi);
 }
 
-clr_Triangle TriangleOf(const hst_Part& part, int index) {
-    clr_Triangle triangle;
-    for (std::size_t k = 0; k < 3; ++k) {
-        const gsl_Point p = part.PlacedVertex(part.Triangle(index)[k]);
-        triangle[k] = {p.GetX(), p.GetY(), p.GetZ()};
-    }
-    return triangle;
-}
-
 /// Kind and length by loops over everything.
-std::pair<clr_Kind, double> BruteForce(const hst_Part& a, const hst_Part& b, clr_Lengths lengths) {
-    double distance = std::numeric_limits<double>::infinity();
+std::pair<clr_Kind, double> BruteForce(const hst_Part& first, const hst_Part& second,
+                                       clr_Lengths lengths) {
+    const Triangles a = TrianglesOf(first);
+    const Triangles b = TrianglesOf(second);
+    clr_Nearest nearest;
+    for (const clr_Triangle& mine : a) {
+        for (const clr_Triangle& others : b) clr_FindNearest(mine, others, nearest);
+    }
+    const double distance = std::sqrt(nearest.distanceSq);
     double depth = 0;
     bool hasVertexInside = false;
-    clr_Nearest nearest;
-    for (int i = 0; i < a.TriangleCount(); ++i) {
-        for (int j = 0; j < b.TriangleCount(); ++j) {
-            clr_FindNearest(TriangleOf(a, i), TriangleOf(b, j), nearest);
-        }
-    }
-    distance = std::sqrt(nearest.distanceSq);
-    const auto deepen = [&](const clr_Vec& p, const hst_Part& in, bool isVertex) {
+    const auto deepen = [&](const clr_Vec& p, const Triangles& in, bool isVertex) {
         if (!(DirectWinding(in, p) > 0.5)) return;
         hasVertexInside |= isVertex;
         clr_Nearest onSurface;
-        for (int j = 0; j < in.TriangleCount(); ++j)
-            clr_FindNearest(p, TriangleOf(in, j), onSurface);
+        for (const clr_Triangle& triangle : in) clr_FindNearest(p, triangle, onSurface);
         depth = std::max(depth, std::sqrt(onSurface.distanceSq));
     };
     for (const auto& [of, in] : {std::pair(&a, &b), std::pair(&b, &a)}) {
-        for (int i = 0; i < of->TriangleCount(); ++i) {
-            const clr_Triangle triangle = TriangleOf(*of, i);
+        for (const clr_Triangle& triangle : *of) {
             for (std::size_t k = 0; k < 3; ++k) {
                 deepen(triangle[k], *in, true);
                 const clr_Vec along = triangle[(k + 1) % 3] - triangle[k];
                 std::vector<double> stops = {0, 1};
-                for (int j = 0; j < in->TriangleCount(); ++j) {
-                    const auto stop =
-                        clr_FindCrossing(triangle[k], triangle[k] + along, TriangleOf(*in, j));
+                for (const clr_Triangle& other : *in) {
+                    const auto stop = clr_FindCrossing(triangle[k], triangle[k] + along, other);
                     if (stop) stops.push_back(*stop);
                 }
                 std::sort(stops.begin(), stops.end());
@@ -255,6 +256,36 @@ TEST(clr_Check, AgreesWithLoopsOverEverything) {
     EXPECT_THAT(seen, testing::Each(testing::Gt(2))) << "the models miss a kind";
 }
 
+// Open bodies, slits, faces on each other, and facets of pins that cut those of their holes.
+TEST(clr_Check, AgreesWithLoopsOverPartsOfTheEngine) {
+    KTSOVU_REQUIRE_MODELS(models);
+    std::vector<hst_Part> parts =
+        imp_ReadModel(host_Engine(models), imp_ReadLimits{}, [](double) {});
+    hst_MakeNamesUnique(parts);
+    const auto named = [&](const std::string& name) -> const hst_Part& {
+        return *std::ranges::find(parts, name, &hst_Part::Name);
+    };
+    const double touch = clr_DefaultTouch(parts);
+    const clr_Lengths lengths{1e4 * touch, touch};
+    constexpr std::array<std::pair<const char*, const char*>, 7> kPairs = {{
+        {"body_14", "body_16"},
+        {"body_15", "body_17"},
+        {"body_15", "body_16"},
+        {"body_18", "body_19"},
+        {"body_24", "rod_123-699_0_Parts_1"},
+        {"body_12", "body_15#3"},
+        {"Lifter_123-923_0_Parts_1", "Lifter_123-923_0_Parts_1#2"},
+    }};
+    const std::size_t count = test_Rounds(10) < 10 ? 1 : kPairs.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto [first, second] = kPairs[i];
+        const clr_PairResult result = CheckPair(named(first), named(second), lengths);
+        const auto [kind, length] = BruteForce(named(first), named(second), lengths);
+        EXPECT_EQ(result.kind, kind) << first << second;
+        EXPECT_NEAR(result.length, length, 1e-9) << first << second;
+    }
+}
+
 /// A cube with a strip around it left out, of the width `slit`.
 hst_Part SlitBox(float slit) {
     const float low = 2 - slit / 2;
@@ -285,9 +316,11 @@ TEST(clr_Body, TellsSidesAsTheSumOfSolidAnglesDoes) {
                                  Ball("open", {2, 2, 2}, random, true), SlitBox(1.5f),
                                  Box("insideOut", {4, 4, 4}, {0, 0, 0})}) {
         const clr_Body body(part);
+        const Triangles triangles = TrianglesOf(part);
         for (int run = 0; run < 300; ++run) {
             const clr_Vec point = clr_Vec{2, 2, 2} + RandomPoint(random, 2.5);
-            const bool isInside = body.Box().Contains(point) && DirectWinding(part, point) > 0.5;
+            const bool isInside =
+                body.Box().Contains(point) && DirectWinding(triangles, point) > 0.5;
             EXPECT_EQ(clr_Body::IsInside(body.SideOf(point)), isInside) << part.Name();
             const double radius = Uniform(random, 0, 1);
             const auto side = body.SideOf(clr_Ball{point, radius});
