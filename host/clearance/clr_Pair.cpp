@@ -15,8 +15,8 @@ struct Deepest {
 };
 
 /// Looks for the deepest point of a surface within a body. Follows the tree of the surface, so that
-/// a stretch of it which lies on one side of the body, or no deeper than what is found, is told at
-/// once, however fine its triangles are.
+/// a stretch outside the body, or no deeper than what is found, is dropped whole, however fine its
+/// triangles are, and one that is all inside is asked for its side once.
 class DepthSearch {
   public:
     /// Only points deeper than `found` holds count.
@@ -48,7 +48,8 @@ class DepthSearch {
         }
     }
 
-    /// Whether a ball about a point of that little depth holds nothing deeper than what is found.
+    /// Whether the body's surface comes so near the centre that no point of the ball is deeper than
+    /// what is found.
     [[nodiscard]] bool IsNoDeeper(const clr_Ball& ball) const {
         const double room = deepest.depth - ball.radius;
         if (!(room > 0)) return false;

@@ -63,6 +63,12 @@ std::vector<clr_SeamCaps::Loop> clr_SeamCaps::LoopsOf(const std::vector<Step>& s
 std::vector<clr_SeamCaps::Loop> clr_SeamCaps::Joined(std::vector<Loop> loops,
                                                      const std::vector<clr_Vec>& vertices) {
     constexpr double kNear = 0.02;  // of the length of the loop
+    // Every loop is held against every vertex: well under a second. A soup of loose triangles would
+    // take minutes; its loops keep caps of their own, which bound less but as truly.
+    constexpr double kMostComparisons = 3e7;
+    double vertexCount = 0;
+    for (const Loop& loop : loops) vertexCount += static_cast<double>(loop.size());
+    if (static_cast<double>(loops.size()) * vertexCount > kMostComparisons) return loops;
     const auto at = [&](int vertex) { return vertices[static_cast<std::size_t>(vertex)]; };
     std::vector<Loop> joined;
     while (!loops.empty()) {

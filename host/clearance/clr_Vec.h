@@ -67,10 +67,15 @@ struct clr_Box {
     }
     [[nodiscard]] double DiagonalSq() const noexcept { return clr_LengthSq(high - low); }
 
-    /// The ball through the corners, with room for rounding.
+    /// The ball through the corners, with room for rounding, also of the middle of a small box far
+    /// from the origin.
     [[nodiscard]] clr_Ball CircumscribedBall() const noexcept {
         constexpr double kRoom = 1 + 1e-12;
-        return {0.5 * (low + high), 0.5 * kRoom * std::sqrt(DiagonalSq())};
+        const clr_Vec middle = 0.5 * (low + high);
+        const clr_Vec up = high - middle;
+        const clr_Vec down = middle - low;
+        const clr_Vec reach{std::max(up.x, down.x), std::max(up.y, down.y), std::max(up.z, down.z)};
+        return {middle, kRoom * clr_Length(reach)};
     }
 
     /// The squared distance of the nearest points of two boxes, 0 when they meet.

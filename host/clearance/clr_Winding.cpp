@@ -149,7 +149,9 @@ std::optional<int> clr_Winding::WholeAt(const clr_Ball& ball, double mostFractio
     const auto number = tree.CountPassings(ball.center);
     const auto ofCaps = caps.CountPassings(ball.center);
     if (number && ofCaps) return *number + *ofCaps;
-    return static_cast<int>(std::round(At(ball.center)));
+    const double sum = At(ball.center);
+    if (std::isnan(sum)) return std::nullopt;  // of coordinates whose products overflow
+    return static_cast<int>(std::round(sum));
 }
 
 void clr_Winding::AddLeaf(const clr_TriangleTree::Node& leaf, const clr_Vec& point,
