@@ -2,19 +2,15 @@
 
 #include <bit>
 #include <cmath>
-#include <concepts>
 #include <cstdint>
 #include <cstdio>
 #include <string>
-#include <string_view>
 
 #include "foundation/coreutils/atr_String.h"
 #include "g3d/g3d_Point.h"
 #include "g3d/g3d_XForm.h"
-#include "gsl/gsl_BBox.h"
 #include "gsl/gsl_Matrix.h"
 #include "gsl/gsl_Point.h"
-#include "gsl/gsl_Vector.h"
 #include "testing/test_Random.h"
 #include "utf/utf_EngineeringData.h"
 
@@ -24,40 +20,28 @@
 ///     near NAME SIZE VALUE...    passed through a function of the C library's mathematics: within
 ///                                4 units in the last place of the larger of SIZE and the value
 ///
-/// Floating-point values are bit patterns in hexadecimal (8 digits for a float, 16 for a double;
-/// "nan" for every NaN, whose bits mean nothing), so that no formatting of theirs takes part.
+/// SIZE is the magnitude of the largest operand of the last rounding, 0 for the value itself. A
+/// NAME of "near" is one word. Floating-point values are bit patterns in hexadecimal (8 digits for
+/// a float, 16 for a double; "nan" for every NaN), so that no formatting of theirs takes part.
 class same_Report {
   public:
+    /// `kindAndName` is one of the above, such as "exact gsl_Vector".
     template <class... Values>
-    void Exact(const char* name, const Values&... values) {
-        line = std::string("exact ") + name;
-        (Add(values), ...);
-        std::puts(line.c_str());
-    }
-    /// `size` is the magnitude of the largest operand of the last rounding, 0 for the value itself.
-    template <std::floating_point Real, class... Values>
-    void Near(const char* name, Real size, const Values&... values) {
-        line = std::string("near ") + name;
-        Add(size);
+    void Print(const char* kindAndName, const Values&... values) {
+        line = kindAndName;
         (Add(values), ...);
         std::puts(line.c_str());
     }
 
   private:
-    void Add(double value) {
-        AddBits(atr(" %016x", std::bit_cast<std::uint64_t>(value)), std::isnan(value));
-    }
-    void Add(float value) {
-        AddBits(atr(" %08x", std::bit_cast<std::uint32_t>(value)), std::isnan(value));
-    }
+    void Add(double x) { AddBits(atr(" %016x", std::bit_cast<std::uint64_t>(x)), std::isnan(x)); }
+    void Add(float x) { AddBits(atr(" %08x", std::bit_cast<std::uint32_t>(x)), std::isnan(x)); }
+    void AddBits(const cow_String& hex, bool isNaN) { line += isNaN ? " nan" : hex.Characters(); }
     void Add(std::integral auto value) { line += ' ' + std::to_string(value); }
-    void Add(const cow_String& text) { AddText(text.View()); }
-    void Add(const std::string& text) { AddText(text); }
-    void Add(const gsl_Point& p) { AddAll(p.GetX(), p.GetY(), p.GetZ()); }
-    void Add(const gsl_Vector& v) { AddAll(v.DeltaX(), v.DeltaY(), v.DeltaZ()); }
-    void Add(const gsl_BBox& box) { AddAll(box.Low(), box.High()); }
-    void Add(const g3d_Point& p) { AddAll(p.X(), p.Y(), p.Z(), p.W()); }
-    void Add(const g3d_Vector& v) { AddAll(v.X(), v.Y(), v.Z()); }
+    void Add(const gsl_Point& p) { Add({p[0], p[1], p[2]}); }
+    void Add(const gsl_Vector& v) { Add({v[0], v[1], v[2]}); }
+    void Add(const g3d_Point& p) { Add({p.X(), p.Y(), p.Z(), p.W()}); }
+    void Add(const g3d_Vector& v) { Add({v.X(), v.Y(), v.Z()}); }
     void Add(const gsl_Matrix& matrix) {
         double entries[4][4];
         matrix.AsArray(entries);
@@ -74,21 +58,11 @@ class same_Report {
     void Add(const T (&values)[n]) {
         for (const T& value : values) Add(value);
     }
-    template <class... Values>
-    void AddAll(const Values&... values) {
-        (Add(values), ...);
-    }
-
-    void AddBits(const cow_String& hex, bool isNaN) { line += isNaN ? " nan" : hex.Characters(); }
-    /// In quotes; what is not plain ASCII stands as \xx.
-    void AddText(std::string_view text) {
-        line += " \"";
-        for (const char c : text) {
-            const bool plain = c >= ' ' && c <= '~' && c != '\\';
-            line += plain ? std::string(1, c)
-                          : atr("\\%02x", static_cast<unsigned char>(c)).Characters();
+    void Add(const cow_String& text) {
+        line += ' ';
+        for (const unsigned char c : text.View()) {
+            line += atr(c >= ' ' && c <= '~' ? "%c" : "\\%02x", c).Characters();
         }
-        line += '"';
     }
 
     std::string line;
@@ -96,16 +70,10 @@ class same_Report {
 
 /// A coordinate that often meets another one, a plane or a tolerance.
 inline double same_Coordinate(test_Random& random) {
-    switch (random.Below(4)) {
-        case 0:
-            return random.Below(5) - 2;
-        case 1:
-            return random.Between(-1, 1);
-        case 2:
-            return random.Between(-1000, 1000);
-        default:
-            return std::ldexp(random.Between(-1, 1), random.Below(41) - 20);
-    }
+    const int kind = random.Below(4);
+    if (kind == 0) return random.Below(5) - 2;
+    if (kind == 1) return random.Between(-1000, 1000);
+    return std::ldexp(random.Between(-1, 1), kind == 2 ? 0 : random.Below(41) - 20);
 }
 inline gsl_Vector same_Vector(test_Random& random) {
     // Braces: their elements are evaluated in order, arguments in parentheses in any.
@@ -113,17 +81,12 @@ inline gsl_Vector same_Vector(test_Random& random) {
 }
 inline gsl_Point same_Point(test_Random& random) { return gsl_Point() + same_Vector(random); }
 
-/// The parts of the fixed set. The texts come first: their traces are switched on by variables that
-/// are read once.
+// The parts of the fixed set.
+
 void same_Texts(same_Report& report);
 void same_Geometry(same_Report& report);
-void same_Boxes(same_Report& report);
-void same_Rotations(same_Report& report);
 void same_View(same_Report& report);
-
-/// Writes the mementos of the fixed set into `folder`, a file each, and reports what readers say of
-/// each when it is cut short.
-void same_WriteMementos(same_Report& report, const std::string& folder);
-/// Reads those in `folder` and saves each anew; false when the bytes differ from those written
-/// here.
-bool same_ReadMementos(same_Report& report, const std::string& folder);
+/// Mementos in `folder`, a file each, written here or by another platform: reports what readers say
+/// of each when it is cut short. False when one has not the bytes that are written here, or has
+/// others when it is read and saved anew.
+bool same_Mementos(same_Report& report, const std::string& folder, bool areWrittenHere);
