@@ -214,6 +214,7 @@ void WholeCheck(benchmark::State& state) {
     }
     state.counters["triangles"] = static_cast<double>(triangles);
 }
+
 void RegisterWholeCheck(const char* name, int quarterings) {
     benchmark::RegisterBenchmark(name, WholeCheck)
         ->Arg(quarterings)

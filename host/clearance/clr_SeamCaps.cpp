@@ -14,14 +14,14 @@ double AreaOf(const clr_Triangle& t) {
     return 0.5 * clr_Length(clr_Cross(t[1] - t[0], t[2] - t[0]));
 }
 
-/// At least the winding number of a surface of this area, no point of which is nearer.
+/// An upper bound of the winding number of a surface of this area, no point of which is nearer.
 double MostWindingOf(double area, double distance) {
     if (!(distance > 0)) return std::numeric_limits<double>::infinity();
     return area / (4 * std::numbers::pi * distance * distance);
 }
 
-/// The same of a triangle. One long and thin is a strip along its longest side: the integral of
-/// width over r^2 along it, with r^2 above half of distance^2 + length^2, bounds it too.
+/// The same of a triangle. It lies in a strip along its longest side, so the integral along that of
+/// width over r^2, with r^2 at least half of distance^2 + length^2, is a bound too: less for slivers.
 double MostWindingOf(const clr_Triangle& t, double distance) {
     const double area = AreaOf(t);
     const double longest = std::sqrt(std::max(
