@@ -21,7 +21,7 @@ double MostWindingOf(double area, double distance) {
 }
 
 /// The same of a triangle. It lies in a strip along its longest side, so the integral along that of
-/// width over r^2, with r^2 at least half of distance^2 + length^2, is a bound too: less for slivers.
+/// width over r^2, with r^2 at least half of distance^2 + length^2, is a bound, too.
 double MostWindingOf(const clr_Triangle& t, double distance) {
     const double area = AreaOf(t);
     const double longest = std::sqrt(std::max(
